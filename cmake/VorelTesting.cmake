@@ -1,0 +1,23 @@
+# vorel_add_test(NAME name SOURCES ... [LIBS ...] [ENV ...])
+# Builds one GoogleTest program and registers each of its tests with CTest. Every test runs
+# with Qt's offscreen platform; in a sanitizer build, sanitizer reports fail the test.
+find_package(GTest REQUIRED)
+include(GoogleTest)
+
+set(VOREL_TEST_ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+if(VOREL_SANITIZE)
+  list(APPEND VOREL_TEST_ENVIRONMENT
+       "ASAN_OPTIONS=detect_leaks=1:abort_on_error=0:strict_string_checks=1"
+       "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/sanitizer/lsan.supp:print_suppressions=0"
+       "UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1")
+endif()
+
+function(vorel_add_test)
+  cmake_parse_arguments(T "" "NAME" "SOURCES;LIBS;ENV" ${ARGN})
+  add_executable(${T_NAME} ${T_SOURCES})
+  target_link_libraries(${T_NAME} PRIVATE GTest::gtest GTest::gmock ${T_LIBS})
+  gtest_discover_tests(${T_NAME}
+    DISCOVERY_MODE PRE_TEST
+    DISCOVERY_TIMEOUT 60
+    PROPERTIES ENVIRONMENT "${VOREL_TEST_ENVIRONMENT};${T_ENV}" TIMEOUT 600)
+endfunction()
