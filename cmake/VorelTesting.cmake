@@ -6,10 +6,7 @@ include(GoogleTest)
 
 set(VOREL_TEST_ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
 if(VOREL_SANITIZE)
-  list(APPEND VOREL_TEST_ENVIRONMENT
-       "ASAN_OPTIONS=detect_leaks=1:abort_on_error=0:strict_string_checks=1"
-       "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/sanitizer/lsan.supp:print_suppressions=0"
-       "UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1")
+  list(APPEND VOREL_TEST_ENVIRONMENT "ASAN_OPTIONS=detect_leaks=1:strict_string_checks=1")
 endif()
 
 function(vorel_add_test)

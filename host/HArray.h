@@ -11,8 +11,7 @@
 #include <cassert>
 #include <vector>
 
-template <typename T>
-class HArray {
+template <typename T> class HArray {
 public:
     HArray() = default;
     HArray(unsigned count, const T& initial = T()) : m_items(count, initial) {}

@@ -13,7 +13,6 @@ public:
     enum MessageType { kHistory, kInfo, kWarning, kError, kResult };
     typedef void (*OutputFunction)(const HString& text, MessageType type, void* clientData);
 
-    static HCallbackId addCommandOutputCallback(OutputFunction function,
-                                                void* clientData = nullptr,
+    static HCallbackId addCommandOutputCallback(OutputFunction function, void* clientData = nullptr,
                                                 HStatus* status = nullptr);
 };

@@ -19,8 +19,8 @@
 
 #include "HFnBase.h"
 #include "HObject.h"
-#include "HPxCommand.h"
 #include "HPluginKitSignature.h"
+#include "HPxCommand.h"
 #include "HStatus.h"
 #include "HString.h"
 #include "HSyntax.h"
@@ -55,6 +55,6 @@ public:
 
 #ifndef H_PLUGIN_KIT_NO_RECORDS
 H_PLUGIN_EXPORT __attribute__((used)) const char HApiVersion[] = H_API_VERSION;
-H_PLUGIN_EXPORT __attribute__((used)) const unsigned char NRVN_PLUGIN_SIGNATURE[32] = {
-    H_PLUGIN_KIT_SIGNATURE_BYTES};
+H_PLUGIN_EXPORT __attribute__((used))
+const unsigned char NRVN_PLUGIN_SIGNATURE[32] = {H_PLUGIN_KIT_SIGNATURE_BYTES};
 #endif

@@ -1,4 +1,5 @@
-// HIntArray: an array of integers, such as vertex or influence indices. See HArray for the common operations.
+// HIntArray: an array of integers, such as vertex or influence indices. See HArray for the common
+// operations.
 #pragma once
 
 #include "HArray.h"

@@ -46,8 +46,7 @@ public:
     HPlug elementByPhysicalIndex(unsigned physicalIndex, HStatus* status = nullptr) const;
     HPlug elementByLogicalIndex(unsigned logicalIndex, HStatus* status = nullptr) const;
     // Logical indices of the existing elements, ascending.
-    unsigned getExistingArrayAttributeIndices(HIntArray& indices,
-                                              HStatus* status = nullptr) const;
+    unsigned getExistingArrayAttributeIndices(HIntArray& indices, HStatus* status = nullptr) const;
     // Element plugs: their logical index and their array plug.
     unsigned logicalIndex(HStatus* status = nullptr) const;
     HPlug array(HStatus* status = nullptr) const;
