@@ -47,6 +47,6 @@ public:
     static void displayError(const HString& text);
 
 private:
-    friend struct HApiAccess;
+    friend struct HCommandAccess;
     HSyntax m_syntax;
 };

@@ -38,7 +38,7 @@ public:
     bool canEdit() const;
 
 private:
-    friend struct HApiAccess;
+    friend struct HCommandAccess;
     struct Flag {
         HString shortName;
         HString longName;
