@@ -89,10 +89,10 @@ Plug Plug::child(size_t index) const {
     return result;
 }
 
-Plug Plug::child(const AttributeDef* attribute) const {
-    if (!attribute || attribute->parentInTree() != m_attribute.get())
+Plug Plug::child(const AttributeDef& attribute) const {
+    if (attribute.parentInTree() != m_attribute.get())
         return Plug();
-    return child(attribute->indexInParent());
+    return child(static_cast<size_t>(attribute.indexInParent()));
 }
 
 Plug Plug::parent() const {

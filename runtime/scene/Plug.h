@@ -55,7 +55,7 @@ public:
     Plug elementAtPosition(unsigned position) const;
     Plug array() const;
     Plug child(size_t index) const;
-    Plug child(const AttributeDef* attribute) const;
+    Plug child(const AttributeDef& attribute) const;
     Plug parent() const;
     unsigned logicalIndex() const;
     // Chooses the element of an array ancestor (the nearest array ancestor when ancestor is

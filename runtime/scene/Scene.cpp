@@ -1,5 +1,7 @@
 #include "scene/Scene.h"
 
+#include "api/StatusReport.h"
+
 #include <algorithm>
 #include <cassert>
 
@@ -9,15 +11,6 @@ namespace {
 
 const bool registered = registerHostModule(
     kSceneRank, [](HostContext&) { return std::unique_ptr<HostModule>(new Scene); });
-
-HStatus fail(const std::string& message) {
-    return HStatus(HS::kInvalidParameter, message);
-}
-
-void report(HStatus* status, const HStatus& value) {
-    if (status)
-        *status = value;
-}
 
 // Whether text matches a pattern with '*' (any run) and '?' (any one character).
 bool globMatch(const char* pattern, const char* text) {
@@ -90,17 +83,17 @@ NodePtr Scene::createNode(const std::string& typeName, const std::string& name, 
     auto typeIt = std::find_if(m_types.begin(), m_types.end(),
                                [&](const NodeTypePtr& t) { return t->name() == typeName; });
     if (typeIt == m_types.end() || (*typeIt)->isAbstract()) {
-        report(status, fail("Unknown node type: " + typeName));
+        report(status, invalidParameter("Unknown node type: " + typeName));
         return nullptr;
     }
     const NodeTypePtr& type = *typeIt;
     if (!name.empty() && !isValidNodeName(name)) {
-        report(status, fail("Invalid node name: " + name));
+        report(status, invalidParameter("Invalid node name: " + name));
         return nullptr;
     }
     if (parent && (!type->isDag() || !parent->isAlive() || !parent->isDag() || parent->isShape())) {
-        report(status, fail(type->isDag() ? "The parent must be a transform or a joint."
-                                          : "Only DAG nodes have a parent."));
+        report(status, invalidParameter(type->isDag() ? "The parent must be a transform or a joint."
+                                                      : "Only DAG nodes have a parent."));
         return nullptr;
     }
     if (type->isShape() && !parent)
@@ -133,8 +126,9 @@ NodePtr Scene::findNode(const std::string& nameOrPath, HStatus* status) const {
         report(status, HS::kSuccess);
         return found.front();
     }
-    report(status, fail(found.empty() ? "No object matches name: " + nameOrPath
-                                      : "More than one object matches name: " + nameOrPath));
+    report(status,
+           invalidParameter(found.empty() ? "No object matches name: " + nameOrPath
+                                          : "More than one object matches name: " + nameOrPath));
     return nullptr;
 }
 
@@ -244,11 +238,11 @@ std::string Scene::uniqueName(const std::string& name, const Node* node, bool da
 
 std::string Scene::rename(Node& node, const std::string& name, HStatus* status) {
     if (!node.isAlive()) {
-        report(status, fail("The node was deleted."));
+        report(status, invalidParameter("The node was deleted."));
         return std::string();
     }
     if (!isValidNodeName(name)) {
-        report(status, fail("Invalid node name: " + name));
+        report(status, invalidParameter("Invalid node name: " + name));
         return node.name();
     }
     std::string given = uniqueName(name, &node, node.isDag(), node.parent());
@@ -290,13 +284,13 @@ size_t Scene::childPosition(const Node& node) const {
 
 HStatus Scene::reparent(Node& node, Node* newParent, int position) {
     if (!node.isAlive() || !node.isDag())
-        return fail("Only live DAG nodes can be parented.");
+        return invalidParameter("Only live DAG nodes can be parented.");
     if (newParent && (!newParent->isAlive() || !newParent->isDag() || newParent->isShape()))
-        return fail("The parent must be a transform or a joint.");
+        return invalidParameter("The parent must be a transform or a joint.");
     if (newParent && (newParent == &node || newParent->isDescendantOf(node)))
-        return fail("A node cannot be parented under itself or its descendants.");
+        return invalidParameter("A node cannot be parented under itself or its descendants.");
     if (!newParent && node.isShape())
-        return fail("A shape must stay under a transform.");
+        return invalidParameter("A shape must stay under a transform.");
     removeChild(node);
     size_t at = position < 0 ? siblingsOf(newParent).size() : static_cast<size_t>(position);
     insertChild(newParent, node.shared_from_this(), at);
@@ -326,7 +320,7 @@ void Scene::unindexNode(Node& node) {
 
 HStatus Scene::setMeshGeometry(Node& mesh, MeshGeometry geometry) {
     if (!mesh.isAlive() || !mesh.mesh())
-        return fail(mesh.name() + " is not a mesh.");
+        return invalidParameter(mesh.name() + " is not a mesh.");
     HStatus status = mesh.mesh()->setGeometry(std::move(geometry));
     if (status)
         notify({SceneChange::kGeometryChanged, {mesh.shared_from_this()}, Plug()});
@@ -335,7 +329,7 @@ HStatus Scene::setMeshGeometry(Node& mesh, MeshGeometry geometry) {
 
 HStatus Scene::setMeshPoints(Node& mesh, std::vector<HPoint> points) {
     if (!mesh.isAlive() || !mesh.mesh())
-        return fail(mesh.name() + " is not a mesh.");
+        return invalidParameter(mesh.name() + " is not a mesh.");
     HStatus status = mesh.mesh()->setPoints(std::move(points));
     if (status)
         notify({SceneChange::kGeometryChanged, {mesh.shared_from_this()}, Plug()});

@@ -1,4 +1,5 @@
 // Scene: connections between plugs.
+#include "api/StatusReport.h"
 #include "scene/Scene.h"
 
 #include <algorithm>
@@ -6,10 +7,6 @@
 namespace runtime {
 
 namespace {
-
-HStatus fail(const std::string& message) {
-    return HStatus(HS::kInvalidParameter, message);
-}
 
 bool kindsFit(const AttributeDef& source, const AttributeDef& destination) {
     if (destination.kind() == AttributeKind::kMessage)
@@ -32,9 +29,10 @@ bool kindsFit(const AttributeDef& source, const AttributeDef& destination) {
 
 HStatus checkEnd(const Plug& plug, const char* role) {
     if (plug.isNull())
-        return fail(std::string("The ") + role + " plug is null or its node was deleted.");
+        return invalidParameter(std::string("The ") + role +
+                                " plug is null or its node was deleted.");
     if (!plug.isResolved() || plug.isArray())
-        return fail("Connect an element of " + plug.name() + ", not the whole array.");
+        return invalidParameter("Connect an element of " + plug.name() + ", not the whole array.");
     return HS::kSuccess;
 }
 
@@ -48,19 +46,20 @@ HStatus Scene::connect(const Plug& source, const Plug& destination, bool replace
     if (!status)
         return status;
     if (source == destination)
-        return fail("A plug cannot be connected to itself.");
+        return invalidParameter("A plug cannot be connected to itself.");
     if (!kindsFit(*source.attribute(), *destination.attribute()))
-        return fail("The kinds of " + source.name() + " and " + destination.name() +
-                    " do not fit.");
+        return invalidParameter("The kinds of " + source.name() + " and " + destination.name() +
+                                " do not fit.");
     ConnectionPtr existing;
     for (const ConnectionPtr& connection : destination.node()->m_connections)
         if (connection->destination == destination)
             existing = connection;
     if (existing && existing->source == source)
-        return fail(source.name() + " is already connected to " + destination.name() + ".");
+        return invalidParameter(source.name() + " is already connected to " + destination.name() +
+                                ".");
     if (existing && !replace)
-        return fail(destination.name() + " already has an incoming connection from " +
-                    existing->source.name() + ".");
+        return invalidParameter(destination.name() + " already has an incoming connection from " +
+                                existing->source.name() + ".");
     if (existing)
         detachConnection(existing);
     if (replaced)
@@ -75,7 +74,7 @@ HStatus Scene::connect(const Plug& source, const Plug& destination, bool replace
 
 HStatus Scene::disconnect(const Plug& source, const Plug& destination) {
     if (destination.isNull() || source.isNull())
-        return fail("The plug is null or its node was deleted.");
+        return invalidParameter("The plug is null or its node was deleted.");
     for (const ConnectionPtr& connection : destination.node()->m_connections) {
         if (connection->source == source && connection->destination == destination) {
             ConnectionPtr keep = connection;
@@ -84,7 +83,7 @@ HStatus Scene::disconnect(const Plug& source, const Plug& destination) {
             return HS::kSuccess;
         }
     }
-    return fail(source.name() + " is not connected to " + destination.name() + ".");
+    return invalidParameter(source.name() + " is not connected to " + destination.name() + ".");
 }
 
 std::vector<Plug> Scene::connectedPlugs(const Plug& plug, bool asDestination, bool asSource) const {

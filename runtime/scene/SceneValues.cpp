@@ -1,4 +1,5 @@
 // Scene: dynamic attributes and attribute values.
+#include "api/StatusReport.h"
 #include "scene/Scene.h"
 
 #include <algorithm>
@@ -6,10 +7,6 @@
 namespace runtime {
 
 namespace {
-
-HStatus fail(const std::string& message) {
-    return HStatus(HS::kInvalidParameter, message);
-}
 
 bool touches(const Connection& connection, const Node& node, const AttributeDef* root) {
     auto on = [&](const Plug& plug) {
@@ -22,14 +19,14 @@ bool touches(const Connection& connection, const Node& node, const AttributeDef*
 
 HStatus Scene::addAttribute(Node& node, const AttributePtr& attribute) {
     if (!node.isAlive())
-        return fail("The node was deleted.");
+        return invalidParameter("The node was deleted.");
     if (!attribute)
-        return fail("No attribute to add.");
+        return invalidParameter("No attribute to add.");
     if (attribute->parentInTree())
-        return fail("Attribute " + attribute->longName() +
-                    " is a child; add its top-level compound instead.");
+        return invalidParameter("Attribute " + attribute->longName() +
+                                " is a child; add its top-level compound instead.");
     if (attribute->kind() == AttributeKind::kGeometry)
-        return fail("Geometry attributes cannot be added.");
+        return invalidParameter("Geometry attributes cannot be added.");
     std::string clash;
     attribute->forEachInTree([&](const AttributeDef& def) {
         for (const std::string* name : {&def.longName(), &def.shortName()})
@@ -37,8 +34,8 @@ HStatus Scene::addAttribute(Node& node, const AttributePtr& attribute) {
                 clash = *name;
     });
     if (!clash.empty())
-        return fail("Attribute name " + clash + " is invalid or already used on " + node.name() +
-                    ".");
+        return invalidParameter("Attribute name " + clash + " is invalid or already used on " +
+                                node.name() + ".");
     attribute->freeze();
     node.m_dynamic.push_back(attribute);
     attribute->forEachInTree([&](const AttributeDef& def) {
@@ -55,7 +52,8 @@ std::shared_ptr<RemovedAttribute> Scene::removeAttribute(Node& node, const Attri
                            [&](const AttributePtr& def) { return def.get() == attribute; });
     if (!node.isAlive() || it == node.m_dynamic.end()) {
         if (status)
-            *status = fail("Only a dynamic top-level attribute of a live node can be removed.");
+            *status = invalidParameter(
+                "Only a dynamic top-level attribute of a live node can be removed.");
         return nullptr;
     }
     auto record = std::make_shared<RemovedAttribute>();
@@ -87,7 +85,8 @@ std::shared_ptr<RemovedAttribute> Scene::removeAttribute(Node& node, const Attri
 HStatus Scene::restoreAttribute(const RemovedAttribute& record) {
     Node& node = *record.m_node;
     if (node.isDynamic(record.m_attribute.get()))
-        return fail("Attribute " + record.m_attribute->longName() + " is already on the node.");
+        return invalidParameter("Attribute " + record.m_attribute->longName() +
+                                " is already on the node.");
     HStatus status = addAttribute(node, record.m_attribute);
     if (!status)
         return status;
@@ -130,7 +129,7 @@ ValueSnapshot Scene::snapshot(const Plug& plug) const {
 HStatus Scene::restoreSnapshot(const ValueSnapshot& snapshot) {
     const Plug& plug = snapshot.plug;
     if (plug.isNull() || !plug.isResolved())
-        return fail("The plug is null, unresolved, or its node was deleted.");
+        return invalidParameter("The plug is null, unresolved, or its node was deleted.");
     if (snapshot.existed) {
         *plug.storedTreeForWrite() = snapshot.values;
     } else if (plug.isElement()) {
