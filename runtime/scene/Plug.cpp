@@ -211,14 +211,18 @@ HStatus Plug::checkWritable(const Value& value, Value* converted) const {
 std::string Plug::name(bool withNodeName, bool longNames) const {
     if (!m_attribute)
         return std::string();
-    std::string text = withNodeName && m_node ? m_node->name() + "." : std::string();
+    std::string text = withNodeName && m_node ? m_node->name() : std::string();
     std::vector<const AttributeDef*> defs = chain();
     for (size_t i = 0; i < defs.size(); ++i) {
-        if (i > 0)
+        bool leaf = i + 1 == defs.size();
+        // Attribute names are unique on a node, so only array levels (for their index) and
+        // the attribute itself need naming.
+        if (!leaf && !defs[i]->isArray())
+            continue;
+        if (!text.empty())
             text += '.';
         text += longNames ? defs[i]->longName() : defs[i]->shortName();
-        bool leafArray = i + 1 == defs.size() && m_indices[i] == kOpen;
-        if (defs[i]->isArray() && !leafArray)
+        if (defs[i]->isArray() && !(leaf && m_indices[i] == kOpen))
             text += "[" + std::to_string(m_indices[i]) + "]";
     }
     return text;

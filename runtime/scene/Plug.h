@@ -77,8 +77,9 @@ public:
     const ValueTree* storedTree() const;
     ValueTree* storedTreeForWrite() const;
 
-    // "node.attr[3].child" (long names) or "attr[3].child" with short names and so on. An
-    // unresolved array ancestor shows as [-1].
+    // "node.attr[3].child" (long names) or "attr[3].child" with short names and so on: the
+    // array levels with their indices and the attribute itself ("node.translateX", not
+    // "node.translate.translateX"). An unresolved array ancestor shows as [-1].
     std::string name(bool withNodeName = true, bool longNames = true) const;
     // Whether this plug is other or lies inside it (an element or child of it).
     bool isWithin(const Plug& other) const;

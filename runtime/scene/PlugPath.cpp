@@ -45,6 +45,23 @@ bool readStep(const std::string& text, size_t& at, PlugPathText::Step& step) {
     return at == text.size() || text[at] == '.';
 }
 
+// The plug of the attribute named `name` below plug's attribute, going through any
+// compounds in between; null when there is none.
+Plug descendant(const Plug& plug, const std::string& name) {
+    const AttributeDef* target = nullptr;
+    for (size_t c = 0; c < plug.attribute()->childCount() && !target; ++c)
+        target = plug.attribute()->child(c)->findInTree(name);
+    if (!target)
+        return Plug();
+    std::vector<const AttributeDef*> down;
+    for (const AttributeDef* def = target; def != plug.attribute(); def = def->parentInTree())
+        down.push_back(def);
+    Plug result = plug;
+    for (auto it = down.rbegin(); it != down.rend(); ++it)
+        result = result.child(**it);
+    return result;
+}
+
 } // namespace
 
 HStatus parsePlugPath(const std::string& text, PlugPathText& path) {
@@ -88,12 +105,7 @@ Plug findPlug(const Scene& scene, const PlugPathText& path, HStatus* status) {
         if (i == 0) {
             plug = node->plug(step.attribute);
         } else {
-            const AttributeDef* parent = plug.attribute();
-            const AttributeDef* child = nullptr;
-            for (size_t c = 0; c < parent->childCount() && !child; ++c)
-                if (parent->child(c)->hasName(step.attribute))
-                    child = parent->child(c);
-            plug = child ? plug.child(*child) : Plug();
+            plug = descendant(plug, step.attribute);
         }
         if (plug.isNull()) {
             result =

@@ -7,7 +7,7 @@
 // unbalanced brackets) with kInvalidParameter. findPlug() then resolves the parts: the node by
 // name or path (with the Scene's look-up messages), the first attribute by long or short name
 // (a child attribute leaves its array ancestors open), each further attribute among the
-// children of the previous one, and an index only where the attribute is an array.
+// descendants of the previous one, and an index only where the attribute is an array.
 #pragma once
 
 #include "HStatus.h"
