@@ -108,6 +108,8 @@ HStatus HFnSkinCluster::getWeights(const HDagPath& shape, const HObject& compone
     influenceCount = data.influenceCount();
     size_t total =
         static_cast<size_t>(runtime::vertexListSize(data, target.vertices)) * influenceCount;
+    // Cleared first so that every element starts at 0, as readWeights expects.
+    weights.clear();
     weights.setLength(static_cast<unsigned>(total));
     if (total > 0)
         runtime::readWeights(data, target.vertices, &weights[0]);

@@ -30,6 +30,16 @@ double doubleValue(const Node& node, const std::string& attribute, double fallba
     return read<double>(node, attribute, fallback);
 }
 
+bool storedBool(const Node& node, const std::string& attribute, bool fallback) {
+    const AttributeDef* def = node.findAttribute(attribute);
+    if (!def || def->parentInTree() || def->isArray())
+        return fallback;
+    const ValueTree* tree = node.storedValues(def);
+    Value converted;
+    const Value& value = tree && tree->hasValue() ? tree->value() : def->defaultValue();
+    return convertValue(value, ValueType::kBool, converted) ? std::get<bool>(converted) : fallback;
+}
+
 HPoint tripleValue(const Node& node, const std::string& attribute) {
     Plug plug = node.plug(attribute);
     double xyz[3] = {0.0, 0.0, 0.0};

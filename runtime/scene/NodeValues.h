@@ -16,6 +16,8 @@ class Scene;
 bool boolValue(const Node& node, const std::string& attribute, bool fallback = false);
 int intValue(const Node& node, const std::string& attribute, int fallback = 0);
 double doubleValue(const Node& node, const std::string& attribute, double fallback = 0.0);
+// A top-level bool read straight from the stored values, for loops over many nodes.
+bool storedBool(const Node& node, const std::string& attribute, bool fallback = false);
 // A compound of three doubles ("translate", "rotate", "scale", "jointOrient").
 HPoint tripleValue(const Node& node, const std::string& attribute);
 

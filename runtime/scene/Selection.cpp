@@ -16,12 +16,12 @@ Selection& selection() {
     return host().get<Selection>();
 }
 
-Selection::Selection() {
-    m_listener = scene().addListener([this](const SceneChange& change) { sceneChanged(change); });
+Selection::Selection() : m_scene(scene()) {
+    m_listener = m_scene.addListener([this](const SceneChange& change) { sceneChanged(change); });
 }
 
 Selection::~Selection() {
-    scene().removeListener(m_listener);
+    m_scene.removeListener(m_listener);
 }
 
 void Selection::setActive(const HSelectionList& list, HGlobal::ListAdjustment mode) {

@@ -39,6 +39,9 @@ public:
 private:
     void sceneChanged(const SceneChange& change);
 
+    // The scene outlives the selection (lower rank); kept because the host is already gone
+    // while modules are destroyed.
+    Scene& m_scene;
     HSelectionList m_active;
     HSelectionList m_hilite;
     bool m_allComponents = false;

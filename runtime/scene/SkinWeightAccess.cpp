@@ -21,16 +21,34 @@ unsigned vertexAt(const std::vector<int>* vertices, unsigned n) {
     return vertices ? static_cast<unsigned>((*vertices)[n]) : n;
 }
 
-// The facts about a cluster that hold for a whole write.
+// The facts about a cluster that hold for a whole write. Lock states are read when first
+// needed, so a write costs the weights it touches, not the cluster's influence count.
 struct WriteContext {
     const SkinClusterData* data = nullptr;
     unsigned influenceCount = 0;
     std::vector<char> listed;
-    std::vector<char> locked;
+    mutable std::vector<signed char> lockStates;
     // Unlisted unlocked influences: where a remainder may go when nothing else takes it.
-    std::vector<unsigned> fallbacks;
+    mutable std::vector<unsigned> fallbacks;
+    mutable bool fallbacksKnown = false;
     const ValueTree* vertexLocks = nullptr;
     const MeshData* mesh = nullptr;
+
+    bool locked(unsigned influence) const {
+        signed char& state = lockStates[influence];
+        if (state < 0)
+            state = storedBool(*data->influences()[influence], "lockInfluenceWeights");
+        return state != 0;
+    }
+    const std::vector<unsigned>& fallbackInfluences() const {
+        if (!fallbacksKnown) {
+            for (unsigned i = 0; i < influenceCount; ++i)
+                if (!listed[i] && !locked(i))
+                    fallbacks.push_back(i);
+            fallbacksKnown = true;
+        }
+        return fallbacks;
+    }
 };
 
 bool vertexLocked(const WriteContext& context, unsigned vertex) {
@@ -43,12 +61,13 @@ bool vertexLocked(const WriteContext& context, unsigned vertex) {
 
 // The fallback influence nearest to the vertex's bind position; -1 when there is none.
 int nearestFallback(const WriteContext& context, unsigned vertex) {
-    if (context.fallbacks.empty() || !context.mesh || vertex >= context.mesh->vertexCount())
-        return context.fallbacks.empty() ? -1 : static_cast<int>(context.fallbacks.front());
+    const std::vector<unsigned>& fallbacks = context.fallbackInfluences();
+    if (fallbacks.empty() || !context.mesh || vertex >= context.mesh->vertexCount())
+        return fallbacks.empty() ? -1 : static_cast<int>(fallbacks.front());
     HPoint position = context.data->geometryMatrix().transformPoint(context.mesh->point(vertex));
     int nearest = -1;
     double best = std::numeric_limits<double>::infinity();
-    for (unsigned influence : context.fallbacks) {
+    for (unsigned influence : fallbacks) {
         double distance = position.distanceTo(context.data->bindPosition(influence));
         if (distance < best) {
             best = distance;
@@ -70,7 +89,7 @@ void normalise(const WriteContext& context, unsigned vertex, std::vector<Entry>&
     for (const Entry& e : entries) {
         if (e.listed)
             listedSum += e.weight;
-        else if (context.locked[e.influence])
+        else if (context.locked(e.influence))
             lockedSum += e.weight;
         else
             unlockedSum += e.weight;
@@ -85,7 +104,7 @@ void normalise(const WriteContext& context, unsigned vertex, std::vector<Entry>&
     double remainder = std::max(0.0, room - listedSum);
     if (unlockedSum > 0.0) {
         for (Entry& e : entries)
-            if (!e.listed && !context.locked[e.influence])
+            if (!e.listed && !context.locked(e.influence))
                 e.weight *= remainder / unlockedSum;
         return;
     }
@@ -124,8 +143,7 @@ void readWeights(const SkinClusterData& data, const std::vector<int>* vertices, 
     unsigned count = data.influenceCount();
     unsigned size = vertexListSize(data, vertices);
     for (unsigned n = 0; n < size; ++n)
-        data.weights().readDense(vertexAt(vertices, n), out + static_cast<size_t>(n) * count,
-                                 count);
+        data.weights().scatter(vertexAt(vertices, n), out + static_cast<size_t>(n) * count, count);
 }
 
 void readInfluenceWeights(const SkinClusterData& data, const std::vector<int>* vertices,
@@ -170,12 +188,7 @@ HStatus writeWeights(Scene& scene, Node& cluster, const std::vector<int>* vertic
     bool complete = influences.size() == context.influenceCount;
     bool normalising = normalize && intValue(cluster, "normalizeWeights", 1) == 1 &&
                        !(restoreWhenComplete && complete);
-    context.locked.assign(context.influenceCount, 0);
-    for (unsigned i = 0; i < context.influenceCount; ++i) {
-        context.locked[i] = boolValue(*data->influences()[i], "lockInfluenceWeights");
-        if (!context.listed[i] && !context.locked[i])
-            context.fallbacks.push_back(i);
-    }
+    context.lockStates.assign(context.influenceCount, -1);
     context.vertexLocks = cluster.storedValues(cluster.findAttribute("lockVertex"));
     NodePtr geometry = skinClusterGeometry(cluster);
     context.mesh = geometry ? geometry->mesh() : nullptr;
@@ -183,7 +196,7 @@ HStatus writeWeights(Scene& scene, Node& cluster, const std::vector<int>* vertic
     SkinWeights& weights = data->weights();
     if (old)
         old->reserve(old->size() + static_cast<size_t>(size) * context.influenceCount);
-    std::vector<double> dense(context.influenceCount);
+    std::vector<double> dense(old ? context.influenceCount : 0);
     std::vector<Entry> entries;
     std::vector<SkinWeights::Influence> newInfluences;
     std::vector<double> newWeights;

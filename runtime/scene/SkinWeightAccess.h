@@ -34,7 +34,7 @@ HStatus checkVertices(const SkinClusterData& data, const std::vector<int>* verti
 // Number of vertices the list covers.
 unsigned vertexListSize(const SkinClusterData& data, const std::vector<int>* vertices);
 
-// out holds vertexListSize * influenceCount doubles.
+// out holds vertexListSize * influenceCount doubles, all 0 on entry.
 void readWeights(const SkinClusterData& data, const std::vector<int>* vertices, double* out);
 // out holds vertexListSize doubles: the weight of one influence per vertex.
 void readInfluenceWeights(const SkinClusterData& data, const std::vector<int>* vertices,

@@ -36,6 +36,10 @@ double SkinWeights::weight(unsigned vertex, unsigned influence) const {
 
 void SkinWeights::readDense(unsigned vertex, double* dense, unsigned influenceCount) const {
     std::fill(dense, dense + influenceCount, 0.0);
+    scatter(vertex, dense, influenceCount);
+}
+
+void SkinWeights::scatter(unsigned vertex, double* dense, unsigned influenceCount) const {
     const Slot& slot = m_slots[vertex];
     for (unsigned i = 0; i < slot.count; ++i) {
         Influence influence = m_influences[slot.begin + i];

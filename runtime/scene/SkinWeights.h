@@ -36,6 +36,8 @@ public:
     double weight(unsigned vertex, unsigned influence) const;
     // Writes the weights of influences 0 .. influenceCount-1 to dense (absent ones as 0).
     void readDense(unsigned vertex, double* dense, unsigned influenceCount) const;
+    // Writes only the vertex's non-zero weights into dense, for a dense that holds zeros.
+    void scatter(unsigned vertex, double* dense, unsigned influenceCount) const;
 
     void setWeight(unsigned vertex, unsigned influence, double value);
     // Replaces the vertex's weights with the non-zero values of dense.
