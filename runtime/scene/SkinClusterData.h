@@ -5,8 +5,8 @@
 //
 // The cluster holds its influences alive. An influence that is deleted keeps its place and
 // index (its handles read as null) until the deletion is undone. The rules for writing
-// weights through the interface live in SkinWeightWriter; this class stores. setInfluences()
-// refuses nodes that are not transforms, duplicates and lists of more than
+// weights through the interface live in SkinWeightAccess; this class stores. setInfluences()
+// refuses nodes that are not transforms, a node listed twice and lists of more than
 // SkinWeights::kMaxInfluences.
 #pragma once
 
