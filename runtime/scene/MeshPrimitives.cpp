@@ -12,21 +12,30 @@ namespace {
 
 const double kPi = 3.14159265358979323846;
 
-HStatus checkSize(double value, const char* what) {
-    if (!std::isfinite(value) || value <= 0.0)
-        return invalidParameter(std::string("The ") + what + " must be a positive number.");
-    return HS::kSuccess;
-}
+struct Size {
+    double value;
+    const char* name;
+};
+struct Subdivisions {
+    int value;
+    int least;
+    const char* name;
+};
 
-HStatus checkSubdivisions(int value, int least, const char* what) {
-    if (value < least)
-        return invalidParameter(std::string("The ") + what + " subdivisions must be at least " +
-                                std::to_string(least) + ".");
-    return HS::kSuccess;
-}
-
-HStatus checkVertexCount(double count) {
-    if (count > kMaxPrimitiveVertices)
+// Sizes must be positive finite numbers, subdivisions at least their least, and the mesh no
+// larger than kMaxPrimitiveVertices.
+HStatus checkParameters(std::initializer_list<Size> sizes,
+                        std::initializer_list<Subdivisions> subdivisions, double vertexCount) {
+    for (const Size& size : sizes)
+        if (!std::isfinite(size.value) || size.value <= 0.0)
+            return invalidParameter(std::string("The ") + size.name +
+                                    " must be a positive number.");
+    for (const Subdivisions& count : subdivisions)
+        if (count.value < count.least)
+            return invalidParameter(std::string("The ") + count.name +
+                                    " subdivisions must be at least " +
+                                    std::to_string(count.least) + ".");
+    if (vertexCount > kMaxPrimitiveVertices)
         return invalidParameter("The mesh would have more than " +
                                 std::to_string(kMaxPrimitiveVertices) + " vertices.");
     return HS::kSuccess;
@@ -69,15 +78,9 @@ void makeRings(const std::vector<double>& heights, const std::vector<double>& ra
 } // namespace
 
 HStatus makePlane(const PlaneParameters& p, MeshGeometry& geometry) {
-    HStatus status = checkSize(p.width, "width");
-    if (status)
-        status = checkSize(p.height, "height");
-    if (status)
-        status = checkSubdivisions(p.subdivisionsX, 1, "X");
-    if (status)
-        status = checkSubdivisions(p.subdivisionsY, 1, "Y");
-    if (status)
-        status = checkVertexCount((p.subdivisionsX + 1.0) * (p.subdivisionsY + 1.0));
+    HStatus status = checkParameters({{p.width, "width"}, {p.height, "height"}},
+                                     {{p.subdivisionsX, 1, "X"}, {p.subdivisionsY, 1, "Y"}},
+                                     (p.subdivisionsX + 1.0) * (p.subdivisionsY + 1.0));
     if (!status)
         return status;
     geometry = MeshGeometry();
@@ -96,18 +99,11 @@ HStatus makePlane(const PlaneParameters& p, MeshGeometry& geometry) {
 }
 
 HStatus makeCube(const CubeParameters& p, MeshGeometry& geometry) {
-    HStatus status = checkSize(p.width, "width");
-    if (status)
-        status = checkSize(p.height, "height");
-    if (status)
-        status = checkSize(p.depth, "depth");
-    for (int divisions : {p.subdivisionsX, p.subdivisionsY, p.subdivisionsZ})
-        if (status)
-            status = checkSubdivisions(divisions, 1, "cube");
-    if (status)
-        status = checkVertexCount(2.0 * ((p.subdivisionsX + 1.0) * (p.subdivisionsY + 1.0) +
-                                         (p.subdivisionsY + 1.0) * (p.subdivisionsZ + 1.0) +
-                                         (p.subdivisionsZ + 1.0) * (p.subdivisionsX + 1.0)));
+    double x = p.subdivisionsX + 1.0, y = p.subdivisionsY + 1.0, z = p.subdivisionsZ + 1.0;
+    HStatus status = checkParameters(
+        {{p.width, "width"}, {p.height, "height"}, {p.depth, "depth"}},
+        {{p.subdivisionsX, 1, "X"}, {p.subdivisionsY, 1, "Y"}, {p.subdivisionsZ, 1, "Z"}},
+        2.0 * (x * y + y * z + z * x));
     if (!status)
         return status;
     geometry = MeshGeometry();
@@ -147,15 +143,10 @@ HStatus makeCube(const CubeParameters& p, MeshGeometry& geometry) {
 }
 
 HStatus makeCylinder(const CylinderParameters& p, MeshGeometry& geometry) {
-    HStatus status = checkSize(p.radius, "radius");
-    if (status)
-        status = checkSize(p.height, "height");
-    if (status)
-        status = checkSubdivisions(p.subdivisionsAround, 3, "around");
-    if (status)
-        status = checkSubdivisions(p.subdivisionsHeight, 1, "height");
-    if (status)
-        status = checkVertexCount(p.subdivisionsAround * (p.subdivisionsHeight + 1.0) + 2.0);
+    HStatus status =
+        checkParameters({{p.radius, "radius"}, {p.height, "height"}},
+                        {{p.subdivisionsAround, 3, "around"}, {p.subdivisionsHeight, 1, "height"}},
+                        p.subdivisionsAround * (p.subdivisionsHeight + 1.0) + 2.0);
     if (!status)
         return status;
     geometry = MeshGeometry();
@@ -170,13 +161,10 @@ HStatus makeCylinder(const CylinderParameters& p, MeshGeometry& geometry) {
 }
 
 HStatus makeSphere(const SphereParameters& p, MeshGeometry& geometry) {
-    HStatus status = checkSize(p.radius, "radius");
-    if (status)
-        status = checkSubdivisions(p.subdivisionsAround, 3, "around");
-    if (status)
-        status = checkSubdivisions(p.subdivisionsHeight, 2, "height");
-    if (status)
-        status = checkVertexCount(p.subdivisionsAround * (p.subdivisionsHeight - 1.0) + 2.0);
+    HStatus status =
+        checkParameters({{p.radius, "radius"}},
+                        {{p.subdivisionsAround, 3, "around"}, {p.subdivisionsHeight, 2, "height"}},
+                        p.subdivisionsAround * (p.subdivisionsHeight - 1.0) + 2.0);
     if (!status)
         return status;
     geometry = MeshGeometry();

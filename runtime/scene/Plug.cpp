@@ -181,25 +181,29 @@ HStatus Plug::failure(const char* what) const {
     return HStatus(HS::kInvalidParameter, "Plug " + name() + " " + what + ".");
 }
 
-HStatus Plug::read(Value& value) const {
+HStatus Plug::checkValuePlace() const {
     if (isNull())
         return HStatus(HS::kInvalidParameter, "The plug is null or its node was deleted.");
     if (!isResolved())
         return failure("has an array ancestor without a chosen element");
     if (isArray() || m_attribute->valueType() == ValueType::kNone)
         return failure("holds no value");
+    return HS::kSuccess;
+}
+
+HStatus Plug::read(Value& value) const {
+    HStatus status = checkValuePlace();
+    if (!status)
+        return status;
     const ValueTree* tree = storedTree();
     value = tree && tree->hasValue() ? tree->value() : m_attribute->defaultValue();
     return HS::kSuccess;
 }
 
 HStatus Plug::checkWritable(const Value& value, Value* converted) const {
-    if (isNull())
-        return HStatus(HS::kInvalidParameter, "The plug is null or its node was deleted.");
-    if (!isResolved())
-        return failure("has an array ancestor without a chosen element");
-    if (isArray() || m_attribute->valueType() == ValueType::kNone)
-        return failure("holds no value");
+    HStatus status = checkValuePlace();
+    if (!status)
+        return status;
     Value result;
     if (!convertValue(value, m_attribute->valueType(), result))
         return failure("does not take a value of this type");

@@ -91,6 +91,9 @@ private:
     // Definitions from the top-level attribute down to this one.
     std::vector<const AttributeDef*> chain() const;
     HStatus failure(const char* what) const;
+    // kSuccess where a single value lives: a live, resolved plug of a valued attribute that is
+    // not a whole array.
+    HStatus checkValuePlace() const;
 
     NodePtr m_node;
     AttributePtr m_attribute;

@@ -319,18 +319,17 @@ void Scene::unindexNode(Node& node) {
 }
 
 HStatus Scene::setMeshGeometry(Node& mesh, MeshGeometry geometry) {
-    if (!mesh.isAlive() || !mesh.mesh())
-        return invalidParameter(mesh.name() + " is not a mesh.");
-    HStatus status = mesh.mesh()->setGeometry(std::move(geometry));
-    if (status)
-        notify({SceneChange::kGeometryChanged, {mesh.shared_from_this()}, Plug()});
-    return status;
+    return changeMesh(mesh, [&](MeshData& data) { return data.setGeometry(std::move(geometry)); });
 }
 
 HStatus Scene::setMeshPoints(Node& mesh, std::vector<HPoint> points) {
+    return changeMesh(mesh, [&](MeshData& data) { return data.setPoints(std::move(points)); });
+}
+
+HStatus Scene::changeMesh(Node& mesh, const std::function<HStatus(MeshData&)>& change) {
     if (!mesh.isAlive() || !mesh.mesh())
         return invalidParameter(mesh.name() + " is not a mesh.");
-    HStatus status = mesh.mesh()->setPoints(std::move(points));
+    HStatus status = change(*mesh.mesh());
     if (status)
         notify({SceneChange::kGeometryChanged, {mesh.shared_from_this()}, Plug()});
     return status;

@@ -187,6 +187,7 @@ private:
     void attachConnection(const ConnectionPtr& connection);
     void detachConnection(const ConnectionPtr& connection);
     void clearAll();
+    HStatus changeMesh(Node& mesh, const std::function<HStatus(MeshData&)>& change);
 
     std::vector<NodeTypePtr> m_types;
     std::map<std::uint64_t, NodePtr> m_nodes;

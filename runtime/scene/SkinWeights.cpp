@@ -95,21 +95,15 @@ void SkinWeights::setWeight(unsigned vertex, unsigned influence, double value) {
 
 void SkinWeights::assignDense(unsigned vertex, const double* dense, unsigned influenceCount) {
     assert(influenceCount <= kMaxInfluences + 1);
-    unsigned count = 0;
-    for (unsigned i = 0; i < influenceCount; ++i)
-        count += dense[i] != 0.0;
-    ensureCapacity(vertex, count);
-    Slot& slot = m_slots[vertex];
-    unsigned at = slot.begin;
+    std::vector<Influence> influences;
+    std::vector<double> weights;
     for (unsigned i = 0; i < influenceCount; ++i) {
-        if (dense[i] == 0.0)
-            continue;
-        m_influences[at] = static_cast<Influence>(i);
-        m_weights[at] = dense[i];
-        ++at;
+        if (dense[i] != 0.0) {
+            influences.push_back(static_cast<Influence>(i));
+            weights.push_back(dense[i]);
+        }
     }
-    slot.count = static_cast<std::uint16_t>(count);
-    compactIfWasteful();
+    store(vertex, influences, weights);
 }
 
 void SkinWeights::assign(unsigned vertex, const Influence* influences, const double* weights,
@@ -118,21 +112,27 @@ void SkinWeights::assign(unsigned vertex, const Influence* influences, const dou
     std::iota(order.begin(), order.end(), 0u);
     std::sort(order.begin(), order.end(),
               [&](unsigned a, unsigned b) { return influences[a] < influences[b]; });
-    unsigned nonZero = 0;
-    for (unsigned i = 0; i < count; ++i)
-        nonZero += weights[i] != 0.0;
-    ensureCapacity(vertex, nonZero);
-    Slot& slot = m_slots[vertex];
-    unsigned at = slot.begin;
+    std::vector<Influence> sortedInfluences;
+    std::vector<double> sortedWeights;
     for (unsigned i : order) {
         if (weights[i] == 0.0)
             continue;
-        assert((at == slot.begin || m_influences[at - 1] < influences[i]) && "influence twice");
-        m_influences[at] = influences[i];
-        m_weights[at] = weights[i];
-        ++at;
+        assert((sortedInfluences.empty() || sortedInfluences.back() < influences[i]) &&
+               "influence listed twice");
+        sortedInfluences.push_back(influences[i]);
+        sortedWeights.push_back(weights[i]);
     }
-    slot.count = static_cast<std::uint16_t>(nonZero);
+    store(vertex, sortedInfluences, sortedWeights);
+}
+
+void SkinWeights::store(unsigned vertex, const std::vector<Influence>& influences,
+                        const std::vector<double>& weights) {
+    unsigned count = static_cast<unsigned>(influences.size());
+    ensureCapacity(vertex, count);
+    Slot& slot = m_slots[vertex];
+    std::copy(influences.begin(), influences.end(), m_influences.begin() + slot.begin);
+    std::copy(weights.begin(), weights.end(), m_weights.begin() + slot.begin);
+    slot.count = static_cast<std::uint16_t>(count);
     compactIfWasteful();
 }
 

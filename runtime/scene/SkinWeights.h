@@ -65,6 +65,9 @@ private:
         std::uint16_t capacity = 0;
     };
 
+    // Replaces the vertex's weights with non-zero weights sorted by influence.
+    void store(unsigned vertex, const std::vector<Influence>& influences,
+               const std::vector<double>& weights);
     // Makes sure the vertex's block holds at least count entries (keeping none of them).
     void ensureCapacity(unsigned vertex, unsigned count);
     void release(Slot& slot);

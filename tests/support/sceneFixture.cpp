@@ -151,6 +151,16 @@ HObject vertexComponent(std::initializer_list<int> vertices) {
     return component;
 }
 
+runtime::AttributePtr cellLockAttribute() {
+    runtime::AttributePtr joints = runtime::AttributeDef::typed(
+        "lockedLocalJoints", "lockedLocalJoints", runtime::ValueType::kString);
+    joints->setArray(true);
+    runtime::AttributePtr cells =
+        runtime::AttributeDef::compound("lockedCellIndices", "lockedCellIndices", {joints});
+    cells->setArray(true);
+    return cells;
+}
+
 void FreshScene::SetUp() {
     runtime::scene().reset();
 }

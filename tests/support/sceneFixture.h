@@ -54,6 +54,9 @@ HObject objectOf(const runtime::NodePtr& node);
 HDagPath pathOf(const runtime::NodePtr& node);
 // A new mesh vertex component with the given elements, in that order.
 HObject vertexComponent(std::initializer_list<int> vertices);
+// The cell lock attribute a weight editor keeps on a skin cluster: the compound array
+// "lockedCellIndices" whose child "lockedLocalJoints" is an array of strings.
+runtime::AttributePtr cellLockAttribute();
 
 class FreshScene : public ::testing::Test {
 protected:

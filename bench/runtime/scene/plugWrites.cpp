@@ -2,13 +2,11 @@
 // "setAttr |root|spine1.lockInfluenceWeights 1": finding the plug from its text, keeping the old
 // value for undo and writing the new one. The whole command must stay under 20 µs; this part
 // should take a few.
-#include "HLibrary.h"
+#include "benchHostMain.h"
 #include "scene/PlugPath.h"
 #include "scene/Scene.h"
 
-#include <QApplication>
 #include <benchmark/benchmark.h>
-#include <cstdio>
 
 namespace {
 
@@ -52,18 +50,5 @@ void buildScene() {
 } // namespace
 
 int main(int argc, char** argv) {
-    benchmark::Initialize(&argc, argv);
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
-    HStatus status = HLibrary::initialize("bench-scene-plug-write");
-    if (!status) {
-        std::fprintf(stderr, "cannot start the host: %s\n", status.errorString().asChar());
-        return 1;
-    }
-    buildScene();
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    HLibrary::cleanup();
-    return 0;
+    return runBenchmarksInHost(argc, argv, "bench-scene-plug-write", buildScene);
 }

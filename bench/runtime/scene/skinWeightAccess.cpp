@@ -7,16 +7,14 @@
 #include "HDoubleArray.h"
 #include "HFnSingleIndexedComponent.h"
 #include "HFnSkinCluster.h"
-#include "HLibrary.h"
 #include "api/HApiAccess.h"
+#include "benchHostMain.h"
 #include "scene/MeshPrimitives.h"
 #include "scene/Scene.h"
 #include "scene/SkinBinding.h"
 #include "scene/Transforms.h"
 
-#include <QApplication>
 #include <benchmark/benchmark.h>
-#include <cstdio>
 #include <map>
 #include <random>
 
@@ -99,17 +97,5 @@ BENCHMARK(setWeightsOfOneVertex)->Arg(1000)->Arg(1000000)->ArgName("vertices");
 } // namespace
 
 int main(int argc, char** argv) {
-    benchmark::Initialize(&argc, argv);
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
-    HStatus status = HLibrary::initialize("bench-skin-weight-access");
-    if (!status) {
-        std::fprintf(stderr, "cannot start the host: %s\n", status.errorString().asChar());
-        return 1;
-    }
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    HLibrary::cleanup();
-    return 0;
+    return runBenchmarksInHost(argc, argv, "bench-skin-weight-access");
 }

@@ -6,24 +6,12 @@
 
 using fixture::FreshScene;
 using runtime::AttributeDef;
-using runtime::AttributePtr;
 using runtime::NodePtr;
 using runtime::Plug;
 using runtime::Value;
 using runtime::ValueType;
 
 namespace {
-
-// The lock attributes a weight editor keeps on a skin cluster: a compound array whose child is
-// itself an array of strings.
-AttributePtr cellLocks() {
-    AttributePtr joints =
-        AttributeDef::typed("lockedLocalJoints", "lockedLocalJoints", ValueType::kString);
-    joints->setArray(true);
-    AttributePtr cells = AttributeDef::compound("lockedCellIndices", "lockedCellIndices", {joints});
-    cells->setArray(true);
-    return cells;
-}
 
 template <typename T> T read(const Plug& plug) {
     Value value;
@@ -51,7 +39,7 @@ TEST_F(AttributeValues, SparseArraysKeepOnlyTheElementsWritten) {
 
 TEST_F(AttributeValues, NestedArraysNeedTheirAncestorChosen) {
     NodePtr cluster = scene().createNode("skinCluster");
-    ASSERT_TRUE(scene().addAttribute(*cluster, cellLocks()));
+    ASSERT_TRUE(scene().addAttribute(*cluster, fixture::cellLockAttribute()));
     Plug joints = cluster->plug("lockedLocalJoints");
     EXPECT_FALSE(joints.isResolved());
     EXPECT_FALSE(scene().setValue(joints.element(0), std::string("|hip")));
@@ -117,8 +105,8 @@ TEST_F(AttributeValues, DynamicAttributesRefuseTakenNamesAndComeBackWhole) {
         scene().addAttribute(*cluster, AttributeDef::numeric("nw", "extra", ValueType::kInt));
     EXPECT_STREQ(status.errorString().asChar(),
                  "Attribute name nw is invalid or already used on skinCluster1.");
-    ASSERT_TRUE(scene().addAttribute(*cluster, cellLocks()));
-    EXPECT_FALSE(scene().addAttribute(*cluster, cellLocks()));
+    ASSERT_TRUE(scene().addAttribute(*cluster, fixture::cellLockAttribute()));
+    EXPECT_FALSE(scene().addAttribute(*cluster, fixture::cellLockAttribute()));
 
     Plug joints = cluster->plug("lockedLocalJoints");
     joints.selectAncestor(5);

@@ -1,10 +1,9 @@
 // A scene written out through the enumeration interface and built back from what was written
 // must read the same: this is what the file formats rely on.
-#include "sceneFixture.h"
-
 #include "scene/MeshData.h"
 #include "scene/Scene.h"
 #include "scene/SkinClusterData.h"
+#include "sceneFixture.h"
 
 #include <gtest/gtest.h>
 #include <map>
@@ -86,8 +85,9 @@ WrittenScene write(const runtime::Scene& scene) {
         out.parent = node->parent() ? int(numbers.at(node->parent())) : -1;
         for (const AttributePtr& def : node->dynamicAttributes())
             out.dynamic.push_back(copyDefinition(*def));
-        node->forEachStoredValue(
-            [&](const Plug& plug, const Value& value) { out.values.emplace_back(plugOf(plug), value); });
+        node->forEachStoredValue([&](const Plug& plug, const Value& value) {
+            out.values.emplace_back(plugOf(plug), value);
+        });
         if (node->mesh())
             out.mesh = node->mesh()->geometry();
         if (const runtime::SkinClusterData* skin = node->skinCluster()) {
@@ -174,7 +174,8 @@ std::string describe(const WrittenScene& written) {
                 value.second);
             text << "\n";
         }
-        text << "  points " << node.mesh.points.size() << " polygons " << node.mesh.polygonSizes.size();
+        text << "  points " << node.mesh.points.size() << " polygons "
+             << node.mesh.polygonSizes.size();
         for (const HPoint& p : node.mesh.points)
             text << " " << p.x << "," << p.y << "," << p.z;
         for (int v : node.mesh.polygonVertices)
@@ -214,11 +215,7 @@ TEST_F(SceneEnumeration, WritingAndReadingBackGivesTheSameScene) {
     // Duplicate short names, a joint lock, dynamic compound arrays with values.
     scene().createNode("mesh", "bodyShape", scene().createNode("transform", "spare").get());
     scene().setValue(body.joints[1]->plug("liw"), true);
-    AttributePtr joints = AttributeDef::typed("lockedLocalJoints", "llj", runtime::ValueType::kString);
-    joints->setArray(true);
-    AttributePtr cells = AttributeDef::compound("lockedCellIndices", "lci", {joints});
-    cells->setArray(true);
-    scene().addAttribute(*body.cluster, cells);
+    scene().addAttribute(*body.cluster, fixture::cellLockAttribute());
     Plug cell = body.cluster->plug("lockedLocalJoints");
     cell.selectAncestor(4);
     scene().setValue(cell.element(1), std::string("|bodyJoint2"));
