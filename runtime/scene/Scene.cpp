@@ -118,6 +118,22 @@ std::vector<NodePtr> Scene::nodes() const {
     return all;
 }
 
+std::vector<NodePtr> Scene::nodesParentsFirst() const {
+    std::vector<NodePtr> ordered;
+    ordered.reserve(m_nodes.size());
+    std::vector<NodePtr> pending(m_topLevel.rbegin(), m_topLevel.rend());
+    while (!pending.empty()) {
+        NodePtr node = pending.back();
+        pending.pop_back();
+        ordered.push_back(node);
+        pending.insert(pending.end(), node->children().rbegin(), node->children().rend());
+    }
+    for (const auto& entry : m_nodes)
+        if (!entry.second->isDag())
+            ordered.push_back(entry.second);
+    return ordered;
+}
+
 NodePtr Scene::findNode(const std::string& nameOrPath, HStatus* status) const {
     std::vector<NodePtr> found;
     if (nameOrPath.find_first_of("*?") == std::string::npos)

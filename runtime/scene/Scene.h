@@ -98,6 +98,10 @@ public:
 
     // Live nodes in creation order.
     std::vector<NodePtr> nodes() const;
+    // Live nodes in the order a scene is best written and read back in: the DAG depth first
+    // (every node after its parent, siblings in order), then the other nodes in creation
+    // order. Creating the nodes in this order, each under its parent, rebuilds the hierarchy.
+    std::vector<NodePtr> nodesParentsFirst() const;
     size_t nodeCount() const { return m_nodes.size(); }
     // The DAG nodes directly under the world, in order.
     const std::vector<NodePtr>& topLevelNodes() const { return m_topLevel; }

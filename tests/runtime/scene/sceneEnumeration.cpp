@@ -5,6 +5,7 @@
 #include "scene/SkinClusterData.h"
 #include "sceneFixture.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <map>
 #include <sstream>
@@ -71,7 +72,7 @@ AttributePtr copyDefinition(const AttributeDef& def) {
 WrittenScene write(const runtime::Scene& scene) {
     WrittenScene written;
     std::map<const runtime::Node*, size_t> numbers;
-    std::vector<NodePtr> nodes = scene.nodes();
+    std::vector<NodePtr> nodes = scene.nodesParentsFirst();
     for (const NodePtr& node : nodes)
         numbers[node.get()] = numbers.size();
     auto plugOf = [&](const Plug& plug) {
@@ -191,12 +192,21 @@ std::string describe(const WrittenScene& written) {
                      << node.weights.weights(v)[e];
         text << "\n";
     }
+    // Connections form a set: their order need not survive.
+    std::vector<std::string> connections;
     for (const auto& connection : written.connections) {
-        plugText(connection.first);
-        text << " -> ";
-        plugText(connection.second);
-        text << "\n";
+        std::ostringstream line;
+        for (const WrittenPlug* plug : {&connection.first, &connection.second}) {
+            line << plug->node << "." << plug->attribute;
+            for (int index : plug->indices)
+                line << "[" << index << "]";
+            line << " ";
+        }
+        connections.push_back(line.str());
     }
+    std::sort(connections.begin(), connections.end());
+    for (const std::string& line : connections)
+        text << line << "\n";
     return text.str();
 }
 
@@ -212,7 +222,10 @@ TEST_F(SceneEnumeration, WritingAndReadingBackGivesTheSameScene) {
     options.name = "arm";
     options.shape = fixture::MeshShape::kCylinder;
     fixture::makeSkinnedMesh(options);
-    // Duplicate short names, a joint lock, dynamic compound arrays with values.
+    // A node made before its parent and put first among its siblings, duplicate short names,
+    // a joint lock, dynamic compound arrays with values.
+    NodePtr early = scene().createNode("joint", "early");
+    scene().reparent(*early, body.joints[0].get(), 0);
     scene().createNode("mesh", "bodyShape", scene().createNode("transform", "spare").get());
     scene().setValue(body.joints[1]->plug("liw"), true);
     scene().addAttribute(*body.cluster, fixture::cellLockAttribute());
