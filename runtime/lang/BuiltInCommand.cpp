@@ -13,8 +13,7 @@ std::vector<BuiltInRegistration>& registrations() {
 
 } // namespace
 
-bool registerBuiltInCommand(const char* name, HCreatorFunction creator,
-                            HCreateSyntaxFunction syntax) {
+bool registerBuiltInCommand(const char* name, CommandCreator creator, SyntaxCreator syntax) {
     registrations().push_back({name, creator, syntax});
     return true;
 }

@@ -35,18 +35,18 @@
 // built-ins of the same name are a programming error and assert when the host starts.
 #pragma once
 
-#include "HFnPlugin.h"
 #include "HPxCommand.h"
 #include "HStatus.h"
 #include "HString.h"
+#include "lang/CommandRegistry.h"
 
 #include <vector>
 
 namespace runtime {
 
 // Call from a static initialiser of the command's source file.
-bool registerBuiltInCommand(const char* name, HCreatorFunction creator,
-                            HCreateSyntaxFunction syntax = nullptr);
+bool registerBuiltInCommand(const char* name, CommandCreator creator,
+                            SyntaxCreator syntax = nullptr);
 
 template <typename Command> HPxCommand* createCommand() {
     return new Command;
@@ -54,8 +54,8 @@ template <typename Command> HPxCommand* createCommand() {
 
 struct BuiltInRegistration {
     const char* name;
-    HCreatorFunction creator;
-    HCreateSyntaxFunction syntax;
+    CommandCreator creator;
+    SyntaxCreator syntax;
 };
 // Every built-in registered so far, in registration order.
 const std::vector<BuiltInRegistration>& builtInCommands();

@@ -24,8 +24,8 @@ CommandRegistry::CommandRegistry() {
     }
 }
 
-HStatus CommandRegistry::add(const HString& name, HCreatorFunction creator,
-                             HCreateSyntaxFunction syntax, const CommandOwner& owner) {
+HStatus CommandRegistry::add(const HString& name, CommandCreator creator, SyntaxCreator syntax,
+                             const CommandOwner& owner) {
     CommandEntry entry;
     entry.name = name;
     entry.creator = creator;

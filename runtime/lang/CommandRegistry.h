@@ -12,7 +12,7 @@
 // registerBuiltInCommand (BuiltInCommand.h); the registry adds them when the host starts.
 #pragma once
 
-#include "HFnPlugin.h"
+#include "HPxCommand.h"
 #include "HString.h"
 #include "HStringArray.h"
 #include "HSyntax.h"
@@ -26,13 +26,18 @@
 
 namespace runtime {
 
+// The same types as HFnPlugin's HCreatorFunction and HCreateSyntaxFunction. That header is not
+// included here: outside a plug-in it would define the plug-in records.
+using CommandCreator = HPxCommand* (*)();
+using SyntaxCreator = HSyntax (*)();
+
 // Who added a command: the built-ins (the empty owner) or a plug-in, by its name.
 using CommandOwner = HString;
 extern const char* const kBuiltInOwner;
 
 struct CommandEntry {
     HString name;
-    HCreatorFunction creator = nullptr;
+    CommandCreator creator = nullptr;
     // Null when the command was registered without a syntax: its arguments are not checked.
     std::shared_ptr<const HSyntax> syntax;
     CommandOwner owner;
@@ -42,7 +47,7 @@ class CommandRegistry : public HostModule {
 public:
     CommandRegistry();
 
-    HStatus add(const HString& name, HCreatorFunction creator, HCreateSyntaxFunction syntax,
+    HStatus add(const HString& name, CommandCreator creator, SyntaxCreator syntax,
                 const CommandOwner& owner);
     HStatus add(const CommandEntry& entry);
     // Takes the command away and gives back its entry; nothing when there is no such command.
