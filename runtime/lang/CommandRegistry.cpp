@@ -44,37 +44,37 @@ HStatus CommandRegistry::add(const CommandEntry& entry) {
     if (m_entries.count(entry.name.str()))
         return HStatus(HS::kInvalidParameter,
                        "A command named \"" + entry.name + "\" already exists.");
-    m_entries.emplace(entry.name.str(), entry);
+    m_entries.emplace(entry.name.str(), std::make_shared<const CommandEntry>(entry));
     return HS::kSuccess;
 }
 
-std::optional<CommandEntry> CommandRegistry::remove(const HString& name) {
+std::shared_ptr<const CommandEntry> CommandRegistry::remove(const HString& name) {
     auto it = m_entries.find(name.str());
     if (it == m_entries.end())
-        return std::nullopt;
-    CommandEntry entry = std::move(it->second);
+        return nullptr;
+    std::shared_ptr<const CommandEntry> entry = std::move(it->second);
     m_entries.erase(it);
     return entry;
 }
 
 void CommandRegistry::removeAll(const CommandOwner& owner) {
     for (auto it = m_entries.begin(); it != m_entries.end();) {
-        if (it->second.owner == owner)
+        if (it->second->owner == owner)
             it = m_entries.erase(it);
         else
             ++it;
     }
 }
 
-const CommandEntry* CommandRegistry::find(const HString& name) const {
+std::shared_ptr<const CommandEntry> CommandRegistry::find(const HString& name) const {
     auto it = m_entries.find(name.str());
-    return it == m_entries.end() ? nullptr : &it->second;
+    return it == m_entries.end() ? nullptr : it->second;
 }
 
 HStringArray CommandRegistry::names(const CommandOwner& owner) const {
     std::set<std::string> sorted;
     for (const auto& entry : m_entries)
-        if (entry.second.owner == owner)
+        if (entry.second->owner == owner)
             sorted.insert(entry.first);
     HStringArray names;
     for (const std::string& name : sorted)
@@ -89,13 +89,13 @@ CommandRegistry::Running::Running(CommandRegistry& registry, const CommandOwner&
 
 CommandRegistry::Running::~Running() {
     auto it = m_registry.m_running.find(m_owner.str());
-    assert(it != m_registry.m_running.end());
-    if (--it->second == 0)
-        m_registry.m_running.erase(it);
+    assert(it != m_registry.m_running.end() && it->second > 0);
+    --it->second;
 }
 
 bool CommandRegistry::isRunning(const CommandOwner& owner) const {
-    return m_running.count(owner.str()) > 0;
+    auto it = m_running.find(owner.str());
+    return it != m_running.end() && it->second > 0;
 }
 
 } // namespace runtime

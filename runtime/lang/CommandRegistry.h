@@ -20,7 +20,6 @@
 
 #include <map>
 #include <memory>
-#include <optional>
 #include <string>
 #include <unordered_map>
 
@@ -50,12 +49,14 @@ public:
     HStatus add(const HString& name, CommandCreator creator, SyntaxCreator syntax,
                 const CommandOwner& owner);
     HStatus add(const CommandEntry& entry);
-    // Takes the command away and gives back its entry; nothing when there is no such command.
-    std::optional<CommandEntry> remove(const HString& name);
+    // Takes the command away and gives back its entry; null when there is no such command.
+    std::shared_ptr<const CommandEntry> remove(const HString& name);
     // Removes every command of the owner.
     void removeAll(const CommandOwner& owner);
 
-    const CommandEntry* find(const HString& name) const;
+    // Null when there is no such command. The entry stays valid for its holder even when the
+    // command is removed meanwhile (a command may deregister itself while it runs).
+    std::shared_ptr<const CommandEntry> find(const HString& name) const;
     HStringArray names(const CommandOwner& owner) const;
 
     // While a Running object lives, a command of its owner counts as running.
@@ -73,7 +74,8 @@ public:
     bool isRunning(const CommandOwner& owner) const;
 
 private:
-    std::unordered_map<std::string, CommandEntry> m_entries;
+    std::unordered_map<std::string, std::shared_ptr<const CommandEntry>> m_entries;
+    // Owners stay listed at zero: no allocation for each run.
     std::map<std::string, unsigned> m_running;
 };
 

@@ -79,13 +79,12 @@ bool isModeName(const char* flag, const char* shortName, const char* longName) {
 
 HArgParser::HArgParser(const HSyntax& syntax, const HArgList& arguments, HStatus* status)
     : m_syntax(syntax), m_query(false), m_edit(false) {
-    const unsigned n = arguments.length();
+    const HStringArray& words = HCommandAccess::words(arguments);
+    const unsigned n = words.length();
     auto isFlagWord = [&](unsigned i) {
-        if (HCommandAccess::isLiteral(arguments, i))
-            return false;
-        HString word = arguments.asString(i);
-        const char* text = word.asChar();
-        return text[0] == '-' && std::isalpha(static_cast<unsigned char>(text[1]));
+        const char* text = words[i].asChar();
+        return text[0] == '-' && std::isalpha(static_cast<unsigned char>(text[1])) &&
+               !HCommandAccess::isLiteral(arguments, i);
     };
     auto fail = [&](const HString& message) {
         m_uses.clear();
@@ -100,7 +99,7 @@ HArgParser::HArgParser(const HSyntax& syntax, const HArgList& arguments, HStatus
     for (unsigned i = 0; i < n; ++i) {
         if (!isFlagWord(i))
             continue;
-        HString word = arguments.asString(i);
+        const HString& word = words[i];
         if (HCommandAccess::findFlag(syntax, word.asChar()) >= 0)
             continue;
         bool query = isModeName(word.asChar(), "q", "query");
@@ -119,7 +118,7 @@ HArgParser::HArgParser(const HSyntax& syntax, const HArgList& arguments, HStatus
 
     const Types& positional = HCommandAccess::positionalArguments(syntax);
     for (unsigned i = 0; i < n;) {
-        HString word = arguments.asString(i);
+        const HString& word = words[i];
         if (!isFlagWord(i)) {
             unsigned position = m_commandArguments.length();
             if (position < positional.size() && !fits(positional[position], arguments, i)) {
@@ -150,11 +149,11 @@ HArgParser::HArgParser(const HSyntax& syntax, const HArgList& arguments, HStatus
         for (unsigned k = 0; k < taken; ++k) {
             unsigned at = i + 1 + k;
             if (!fits(types[k], arguments, at)) {
-                fail("Flag " + word + " needs " + describe(types[k]) + ", not \"" +
-                     arguments.asString(at) + "\".");
+                fail("Flag " + word + " needs " + describe(types[k]) + ", not \"" + words[at] +
+                     "\".");
                 return;
             }
-            HCommandAccess::addLiteral(use.values, arguments.asString(at));
+            HCommandAccess::addLiteral(use.values, words[at]);
         }
         m_uses.push_back(use);
         i += 1 + taken;

@@ -59,6 +59,10 @@ void HCommandAccess::setSyntax(HPxCommand& command, const HSyntax& syntax) {
     command.m_syntax = syntax;
 }
 
+const HStringArray& HCommandAccess::words(const HArgList& arguments) {
+    return arguments.m_arguments;
+}
+
 void HCommandAccess::addLiteral(HArgList& arguments, const HString& value) {
     arguments.m_literals.push_back(arguments.m_arguments.length());
     arguments.m_arguments.append(value);

@@ -26,6 +26,8 @@ struct HCommandAccess {
 
     static void setSyntax(HPxCommand& command, const HSyntax& syntax);
 
+    // The arguments as they are stored, without copying them.
+    static const HStringArray& words(const HArgList& arguments);
     // Appends an argument that is a value whatever it looks like.
     static void addLiteral(HArgList& arguments, const HString& value);
     static bool isLiteral(const HArgList& arguments, unsigned index);

@@ -52,11 +52,11 @@ HStatus Interpreter::runScript(const Script& script, const RunOptions& options,
 HStatus Interpreter::runStatement(const ScriptStatement& statement, const RunOptions& options,
                                   CommandResult& result) {
     result = CommandResult();
-    const CommandEntry* found = host().get<CommandRegistry>().find(statement.command);
+    std::shared_ptr<const CommandEntry> found =
+        host().get<CommandRegistry>().find(statement.command);
     if (!found)
         return commandError("Cannot find procedure \"" + statement.command + "\".", HS::kNotFound);
-    // A copy: the command may deregister itself (or its plug-in's others) while it runs.
-    const CommandEntry entry = *found;
+    const CommandEntry& entry = *found;
     if (m_results.size() >= kMaxDepth)
         return commandError(entry.name + ": commands nest too deeply.");
     HArgList arguments;

@@ -7,7 +7,7 @@
 
 #include "lang/CommandRegistry.h"
 
-#include <optional>
+#include <memory>
 
 class ScopedCommand {
 public:
@@ -21,5 +21,5 @@ public:
 
 private:
     HString m_name;
-    std::optional<runtime::CommandEntry> m_replaced;
+    std::shared_ptr<const runtime::CommandEntry> m_replaced;
 };
