@@ -23,6 +23,8 @@ struct World {
     Lines log;
     int created = 0;
     int deleted = 0;
+    // Whether the plug-in of a command counted as running while its undoIt ran.
+    bool ownerRunningInUndo = false;
 };
 World g_world;
 
@@ -42,6 +44,8 @@ public:
     }
     HStatus undoIt() override {
         g_world.log.push_back("undo set " + std::to_string(m_new));
+        g_world.ownerRunningInUndo =
+            runtime::host().get<runtime::CommandRegistry>().isRunning(ScopedCommand::kTestOwner);
         g_world.value = m_old;
         return HS::kSuccess;
     }
@@ -153,6 +157,9 @@ TEST_F(UndoQueueTest, OneUndoRevertsACommandAndWhatItRan) {
     EXPECT_EQ(g_world.value, 0);
     EXPECT_EQ(g_world.outer, 0);
     EXPECT_EQ(g_world.log, (Lines{"outer", "set 5", "undo set 5", "undo outer"}));
+    EXPECT_TRUE(g_world.ownerRunningInUndo);
+    EXPECT_FALSE(
+        runtime::host().get<runtime::CommandRegistry>().isRunning(ScopedCommand::kTestOwner));
     EXPECT_EQ(queue().undoCount(), 0u);
     EXPECT_EQ(queue().redoCount(), 1u);
 }
