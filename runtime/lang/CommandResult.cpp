@@ -44,11 +44,15 @@ HStatus CommandResult::mismatch(Kind wanted) const {
                                               " where " + describe(wanted) + " was asked for.");
 }
 
-HStatus CommandResult::get(int& value) const {
-    if (kind() != kInt)
-        return mismatch(kInt);
-    value = std::get<int>(m_value);
+template <typename T> HStatus CommandResult::exactly(Kind wanted, T& value) const {
+    if (kind() != wanted)
+        return mismatch(wanted);
+    value = std::get<T>(m_value);
     return HS::kSuccess;
+}
+
+HStatus CommandResult::get(int& value) const {
+    return exactly(kInt, value);
 }
 
 HStatus CommandResult::get(double& value) const {
@@ -62,17 +66,11 @@ HStatus CommandResult::get(double& value) const {
 }
 
 HStatus CommandResult::get(HString& value) const {
-    if (kind() != kString)
-        return mismatch(kString);
-    value = std::get<HString>(m_value);
-    return HS::kSuccess;
+    return exactly(kString, value);
 }
 
 HStatus CommandResult::get(HIntArray& value) const {
-    if (kind() != kIntArray)
-        return mismatch(kIntArray);
-    value = std::get<HIntArray>(m_value);
-    return HS::kSuccess;
+    return exactly(kIntArray, value);
 }
 
 HStatus CommandResult::get(HDoubleArray& value) const {
@@ -90,10 +88,7 @@ HStatus CommandResult::get(HDoubleArray& value) const {
 }
 
 HStatus CommandResult::get(HStringArray& value) const {
-    if (kind() != kStringArray)
-        return mismatch(kStringArray);
-    value = std::get<HStringArray>(m_value);
-    return HS::kSuccess;
+    return exactly(kStringArray, value);
 }
 
 HStringArray CommandResult::toTexts() const {

@@ -49,6 +49,7 @@ public:
 
 private:
     HStatus mismatch(Kind wanted) const;
+    template <typename T> HStatus exactly(Kind wanted, T& value) const;
 
     std::variant<std::monostate, int, double, HString, HIntArray, HDoubleArray, HStringArray>
         m_value;

@@ -16,6 +16,25 @@ void report(HStatus* status, const HStatus& value) {
         *status = value;
 }
 
+// The argument as read(text, value) reads it; a text it cannot read fails, naming what it
+// should have been.
+template <typename T, typename Read>
+T readArgument(const HArgList& list, unsigned index, HStatus* status, const char* what, Read read) {
+    HStatus found;
+    HString text = list.asString(index, &found);
+    if (!found) {
+        report(status, found);
+        return T();
+    }
+    T value = T();
+    if (!read(text, value)) {
+        report(status, HStatus(HS::kInvalidParameter, "\"" + text + "\" is not " + what + "."));
+        return T();
+    }
+    report(status, HS::kSuccess);
+    return value;
+}
+
 } // namespace
 
 HArgList::HArgList() = default;
@@ -36,39 +55,34 @@ HString HArgList::asString(unsigned index, HStatus* status) const {
 }
 
 int HArgList::asInt(unsigned index, HStatus* status) const {
-    HString text = asString(index, status);
-    if (index >= m_arguments.length())
-        return 0;
-    if (!text.isInt()) {
-        report(status, HStatus(HS::kInvalidParameter, "\"" + text + "\" is not an integer."));
-        return 0;
-    }
-    return text.asInt();
+    return readArgument<int>(*this, index, status, "an integer",
+                             [](const HString& text, int& value) {
+                                 value = text.asInt();
+                                 return text.isInt();
+                             });
 }
 
 double HArgList::asDouble(unsigned index, HStatus* status) const {
-    HString text = asString(index, status);
-    if (index >= m_arguments.length())
-        return 0.0;
-    if (!text.isDouble()) {
-        report(status, HStatus(HS::kInvalidParameter, "\"" + text + "\" is not a number."));
-        return 0.0;
-    }
-    return text.asDouble();
+    return readArgument<double>(*this, index, status, "a number",
+                                [](const HString& text, double& value) {
+                                    value = text.asDouble();
+                                    return text.isDouble();
+                                });
 }
 
 bool HArgList::asBool(unsigned index, HStatus* status) const {
-    HString text = asString(index, status);
-    if (index >= m_arguments.length())
-        return false;
-    if (text == "true" || text == "on" || text == "yes")
-        return true;
-    if (text == "false" || text == "off" || text == "no")
-        return false;
-    if (text.isDouble())
-        return text.asDouble() != 0.0;
-    report(status, HStatus(HS::kInvalidParameter, "\"" + text + "\" is not a truth value."));
-    return false;
+    return readArgument<bool>(*this, index, status, "a truth value",
+                              [](const HString& text, bool& value) {
+                                  if (text == "true" || text == "on" || text == "yes")
+                                      value = true;
+                                  else if (text == "false" || text == "off" || text == "no")
+                                      value = false;
+                                  else if (text.isDouble())
+                                      value = text.asDouble() != 0.0;
+                                  else
+                                      return false;
+                                  return true;
+                              });
 }
 
 HStatus HArgList::addArg(const HString& argument) {

@@ -123,8 +123,10 @@ HStatus Interpreter::invoke(const CommandEntry& entry, const ScriptStatement& st
         queue.beginCommand();
         status = command->doIt(arguments);
         m_results.pop_back();
+        // A failed command is kept too: it may have changed something before it failed, and
+        // only its undoIt knows what.
         std::unique_ptr<HPxCommand> kept;
-        if (options.undo && status && command->isUndoable())
+        if (options.undo && command->isUndoable())
             kept = std::move(command);
         queue.endCommand(std::move(kept), entry.owner, statement.text);
         command.reset();

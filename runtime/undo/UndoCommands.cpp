@@ -14,27 +14,22 @@ HSyntax noFlags() {
     return HSyntax();
 }
 
-// Nothing to undo is a warning, not a failure: the script goes on.
-class UndoCommand : public HPxCommand {
-public:
-    HStatus doIt(const HArgList&) override {
-        queue().undo();
-        return HS::kSuccess;
-    }
-};
+void undo() {
+    queue().undo();
+}
+void redo() {
+    queue().redo();
+}
+void flush() {
+    queue().flush();
+}
 
-class RedoCommand : public HPxCommand {
+// undo, redo and flushUndo. Nothing to undo or redo is a warning, not a failure: the script
+// goes on.
+template <void (*Action)()> class QueueCommand : public HPxCommand {
 public:
     HStatus doIt(const HArgList&) override {
-        queue().redo();
-        return HS::kSuccess;
-    }
-};
-
-class FlushUndoCommand : public HPxCommand {
-public:
-    HStatus doIt(const HArgList&) override {
-        queue().flush();
+        Action();
         return HS::kSuccess;
     }
 };
@@ -62,9 +57,9 @@ public:
 };
 
 const bool registered =
-    runtime::registerBuiltInCommand("undo", runtime::createCommand<UndoCommand>, noFlags) &&
-    runtime::registerBuiltInCommand("redo", runtime::createCommand<RedoCommand>, noFlags) &&
-    runtime::registerBuiltInCommand("flushUndo", runtime::createCommand<FlushUndoCommand>,
+    runtime::registerBuiltInCommand("undo", runtime::createCommand<QueueCommand<undo>>, noFlags) &&
+    runtime::registerBuiltInCommand("redo", runtime::createCommand<QueueCommand<redo>>, noFlags) &&
+    runtime::registerBuiltInCommand("flushUndo", runtime::createCommand<QueueCommand<flush>>,
                                     noFlags) &&
     runtime::registerBuiltInCommand("undoInfo", runtime::createCommand<UndoInfoCommand>,
                                     &UndoInfoCommand::createSyntax);

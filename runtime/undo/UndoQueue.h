@@ -37,7 +37,7 @@ public:
 
     void beginCommand();
     // command is the object to keep for undo, or null when the invocation is not to be
-    // recorded (run with undo off, not undoable, or failed); text names the entry.
+    // recorded (run with undo off, or not undoable); text names the entry.
     void endCommand(std::unique_ptr<HPxCommand> command, const CommandOwner& owner,
                     const HString& text);
 

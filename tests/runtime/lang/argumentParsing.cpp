@@ -59,17 +59,6 @@ TEST(ArgumentList, ConvertsValuesAndReportsThoseThatDoNot) {
     EXPECT_STREQ(status.errorString().asChar(), "Argument 6 is past the end of 6 arguments.");
 }
 
-TEST(ArgumentList, WritesNumbersAsTheHostDoes) {
-    HArgList list;
-    list.addArg(57.0);
-    list.addArg(0.1);
-    list.addArg(-3);
-    EXPECT_EQ(list.length(), 3u);
-    EXPECT_STREQ(list.asString(0).asChar(), "57");
-    EXPECT_STREQ(list.asString(1).asChar(), "0.1");
-    EXPECT_STREQ(list.asString(2).asChar(), "-3");
-}
-
 TEST(SyntaxDeclaration, RefusesBadNamesAndRepeatedLongNames) {
     HSyntax syntax;
     EXPECT_EQ(syntax.addFlag("x", "-xray").statusCode(), HS::kInvalidParameter);

@@ -155,9 +155,11 @@ TEST_F(CommandExecution, BadFlagsAndDisabledModesAreRefusedBeforeDoIt) {
     EXPECT_EQ(g_calls.doIts, 0);
 }
 
-TEST_F(CommandExecution, QuotedAndSubstitutedValuesAreNeverFlags) {
-    ASSERT_TRUE(HGlobal::executeCommand("testFlags \"-x\" `testResult dash` -n \"-y\""));
-    EXPECT_EQ(g_calls.arguments, (std::vector<Lines>{{"-x", "-x", "-n", "-y"}}));
+TEST_F(CommandExecution, QuotedSubstitutedAndCalledValuesAreNeverFlags) {
+    ASSERT_TRUE(HGlobal::executeCommand("testFlags \"-x\" `testResult dash` -n \"-y\";"
+                                        "testFlags(\"menu\", -x, 3);"));
+    EXPECT_EQ(g_calls.arguments,
+              (std::vector<Lines>{{"-x", "-x", "-n", "-y"}, {"menu", "-x", "3"}}));
 }
 
 TEST_F(CommandExecution, SyntaxErrorsRunNothing) {
@@ -268,11 +270,6 @@ TEST_F(CommandExecution, BackquotesGiveOneArgumentPerElement) {
     EXPECT_EQ(g_calls.arguments, (std::vector<Lines>{{"a b", "c", "4", "4", "4", "x"}}));
     EXPECT_FALSE(HGlobal::executeCommand("testArgs `noSuchThing`"));
     EXPECT_EQ(g_calls.doIts, 1);
-}
-
-TEST_F(CommandExecution, ProcedureCallsPassEveryArgumentAsAValue) {
-    ASSERT_TRUE(HGlobal::executeCommand("testFlags(\"menu\", -x, 3);"));
-    EXPECT_EQ(g_calls.arguments, (std::vector<Lines>{{"menu", "-x", "3"}}));
 }
 
 TEST_F(CommandExecution, FailuresAreReportedOnce) {

@@ -42,16 +42,6 @@ HPxCommand* createNothing() {
 
 } // namespace
 
-TEST(CommandRegistry, HoldsTheBuiltInsUnderTheirOwnOwner) {
-    for (const char* name : {"print", "undo", "redo", "flushUndo", "undoInfo"}) {
-        auto entry = registry().find(name);
-        ASSERT_TRUE(entry) << name;
-        EXPECT_STREQ(entry->owner.asChar(), runtime::kBuiltInOwner);
-    }
-    EXPECT_TRUE(registry().find("undoInfo")->syntax);
-    EXPECT_FALSE(registry().find("print")->syntax);
-}
-
 TEST(CommandRegistry, RefusesTakenOrEmptyNamesAndMissingCreators) {
     HStatus taken =
         registry().add("print", runtime::createCommand<NothingCommand>, nullptr, "pluginA");

@@ -93,14 +93,22 @@ public:
     }
 };
 
-// testBroken N: runs "testSet N" recorded, then fails.
+// testBroken N [keep]: runs "testSet N" recorded, then fails; undoable with "keep".
 class BrokenCommand : public Counted {
 public:
     HStatus doIt(const HArgList& args) override {
+        m_keep = args.asString(1) == "keep";
         HGlobal::executeCommand("testSet " + args.asString(0), false, true);
         return HStatus(HS::kFailure, "half done");
     }
-    bool isUndoable() const override { return true; }
+    HStatus undoIt() override {
+        g_world.log.push_back("undo broken");
+        return HS::kSuccess;
+    }
+    bool isUndoable() const override { return m_keep; }
+
+private:
+    bool m_keep = false;
 };
 
 void countEvent(void* counter) {
@@ -193,6 +201,17 @@ TEST_F(UndoQueueTest, RecordsOfACommandThatIsNotKeptStayUndoable) {
     EXPECT_EQ(queue().undoCount(), 2u);
     ASSERT_TRUE(run("undo"));
     EXPECT_EQ(g_world.value, 4);
+}
+
+TEST_F(UndoQueueTest, AnUndoableCommandIsKeptEvenWhenItFails) {
+    // It may have changed things before it failed; its undoIt knows what.
+    EXPECT_FALSE(run("testBroken 9 keep"));
+    EXPECT_EQ(queue().undoCount(), 1u);
+    EXPECT_EQ(m_output.texts(HCommandMessage::kError), (Lines{"testBroken: half done"}));
+    g_world.log.clear();
+    ASSERT_TRUE(run("undo"));
+    EXPECT_EQ(g_world.log, (Lines{"undo set 9", "undo broken"}));
+    EXPECT_EQ(g_world.value, 0);
 }
 
 TEST_F(UndoQueueTest, NothingToUndoOrRedoWarnsAndChangesNothing) {
