@@ -13,8 +13,11 @@
 // The queue owns the command objects it keeps and deletes each exactly once: when its entry
 // falls off the queue's end (it holds kLimit entries), when a new entry discards what could be
 // redone, when the queue is flushed (flushUndo, a new or opened scene) and when the commands of
-// a plug-in are dropped before it unloads. Undo and redo fire "Undo" and "Redo" afterwards;
-// with nothing to undo or redo they print a warning and change nothing.
+// a plug-in are dropped before it unloads. A flush also forgets the commands that are running
+// and what they recorded so far: nothing from before it can be undone. Undo and redo fire
+// "Undo" and "Redo" afterwards; with nothing to undo or redo they print a warning and change
+// nothing. While an entry is undone or redone, the owners of its commands count as running
+// (CommandRegistry), so their plug-ins cannot unload under it.
 #pragma once
 
 #include "HPxCommand.h"

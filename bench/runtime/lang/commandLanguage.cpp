@@ -66,7 +66,7 @@ void runWithoutUndo(benchmark::State& state) {
 BENCHMARK(runWithoutUndo);
 
 // The queue is full after the first 50 runs: from then on each run also deletes the oldest
-// entry, as in a long session.
+// entry, as after a long stretch of editing.
 void runAndRecord(benchmark::State& state) {
     for (auto _ : state)
         HGlobal::executeCommand(kStatement, false, true);
