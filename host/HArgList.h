@@ -2,12 +2,16 @@
 // (flags included: "-sw", "0.1", "-swi", "5", "cluster1").
 //
 // A plain value. Reading an argument past the end, or one that does not convert to the asked
-// type, fails with kInvalidParameter and gives 0, false or an empty string.
+// type, fails with kInvalidParameter and gives 0, false or an empty string. The host remembers
+// which arguments were written as quoted strings or substituted results: those are values, never
+// flags, even when they start with a dash.
 #pragma once
 
 #include "HStatus.h"
 #include "HString.h"
 #include "HStringArray.h"
+
+#include <vector>
 
 class HArgList {
 public:
@@ -26,5 +30,8 @@ public:
     HStatus addArg(double argument);
 
 private:
+    friend struct HCommandAccess;
     HStringArray m_arguments;
+    // Positions of the arguments that are values whatever they look like.
+    std::vector<unsigned> m_literals;
 };

@@ -5,6 +5,13 @@
 // flag ("Invalid flag: -x"), a flag value of the wrong type or a missing one, or -q/-e on a
 // command whose syntax does not enable them. Flags may be named short or long, with or without
 // the dash. Asking for the value of a flag that was not given fails with kInvalidParameter.
+//
+// An argument is a flag when it starts with a dash and a letter ("-1" and "-0.5" are numbers)
+// and is not one the host marked as a value (a quoted string, a substituted result, an argument
+// of a procedure call). Flags may stand anywhere among the arguments; each takes the values its
+// syntax declares from the arguments after it. In query mode only flags whose values are strings
+// take them (the name of what is asked about); the others take none, since their value is what
+// the query answers.
 #pragma once
 
 #include "HArgList.h"

@@ -28,6 +28,8 @@ bool ScriptOutput::removeCallback(HCallbackId id) {
 }
 
 void ScriptOutput::write(const HString& text, HCommandMessage::MessageType type) {
+    if (type == HCommandMessage::kError)
+        ++m_errors;
     m_callbacks.call([&](HCommandMessage::OutputFunction function, void* clientData) {
         function(text, type, clientData);
     });

@@ -20,11 +20,15 @@ public:
     bool removeCallback(HCallbackId id);
 
     void write(const HString& text, HCommandMessage::MessageType type);
+    // How many errors were written so far: lets a caller tell whether a step reported its own
+    // failure.
+    unsigned errorCount() const { return m_errors; }
 
     static HString formatLine(const HString& text, HCommandMessage::MessageType type);
 
 private:
     CallbackList<HCommandMessage::OutputFunction> m_callbacks;
+    unsigned m_errors = 0;
 };
 
 } // namespace runtime
