@@ -17,6 +17,14 @@
 //
 // Failures (bad names, unknown types, impossible parenting, incompatible connections) return
 // a status with a message and change nothing.
+//
+// Writing a whole scene out (file formats): nodesParentsFirst(); for each node its typeName(),
+// name(), parent(), dynamicAttributes() (definitions, children included), forEachStoredValue()
+// (each plug as attribute name plus indices()), mesh()->geometry(), and skinCluster()
+// (influences, bind-pre matrices, geometry matrix, weights); then connections(). Reading it
+// back: reset(); createNode() in that order, each under its parent; addAttribute(); setValue()
+// on Plug(node, attribute, indices); setMeshGeometry(); the SkinClusterData setters followed
+// by notify(kWeightsChanged); connect(); finally setModified(false).
 #pragma once
 
 #include "HStatus.h"
