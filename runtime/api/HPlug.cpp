@@ -42,6 +42,9 @@ HStatus readAs(const HPlug& plug, ValueType type, Value& value) {
 }
 
 HStatus write(const HPlug& plug, const Value& value) {
+    // A null plug never reaches the scene, which may be gone already.
+    if (open(plug).isNull())
+        return nullPlug();
     return runtime::scene().setValue(open(plug), value);
 }
 

@@ -1,4 +1,5 @@
 #include "HFnDependencyNode.h"
+#include "HLibrary.h"
 #include "HPlug.h"
 #include "scene/Scene.h"
 #include "scene/SkinLinks.h"
@@ -142,4 +143,19 @@ TEST_F(NodeDeletion, HandlesOutliveAResetWithoutDangling) {
     EXPECT_TRUE(plug.isNull());
     EXPECT_STREQ(plug.name().asChar(), "child.translateX");
     EXPECT_FALSE(scene().isModified());
+}
+
+TEST(HostShutdown, HandlesReadAsNullOnceTheHostStops) {
+    NodePtr joint = runtime::scene().createNode("joint", "survivor");
+    HObject object = fixture::objectOf(joint);
+    HDagPath path = fixture::pathOf(joint);
+    HPlug plug = HFnDependencyNode(object).findPlug("liw");
+    joint.reset();
+    HLibrary::cleanup();
+    EXPECT_TRUE(object.isNull());
+    EXPECT_FALSE(path.isValid());
+    EXPECT_EQ(plug.setBool(true).statusCode(), HS::kInvalidParameter);
+    EXPECT_EQ(HFnDependencyNode(object).setName("other"), HString());
+    ASSERT_TRUE(HLibrary::initialize("vorel-tests"));
+    EXPECT_EQ(runtime::scene().nodeCount(), 0u);
 }
