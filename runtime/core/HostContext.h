@@ -5,7 +5,9 @@
 // the plug-in loader) is a HostModule owned by the context; modules find each other through
 // host().get<T>(). Modules register a factory once, at static initialisation, with a rank;
 // initialize() creates them in ascending rank and cleanup() destroys them in the reverse order,
-// so a module may use any module of lower rank for its whole life.
+// so a module may use any module of lower rank for its whole life. While modules are being
+// destroyed host() is no longer there: a module that needs a lower-rank module in its
+// destructor keeps a reference to it from its constructor.
 #pragma once
 
 #include "HString.h"

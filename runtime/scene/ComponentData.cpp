@@ -1,0 +1,54 @@
+#include "scene/ComponentData.h"
+
+#include <algorithm>
+
+namespace runtime {
+
+bool ComponentData::isComponentKind(HFn::Type kind) {
+    return kind == HFn::kMeshVertComponent || kind == HFn::kMeshEdgeComponent ||
+           kind == HFn::kMeshPolygonComponent;
+}
+
+bool ComponentData::contains(int element) const {
+    if (element < 0)
+        return false;
+    if (element >= kBitLimit)
+        return m_large.count(element) != 0;
+    size_t word = static_cast<size_t>(element) / 64;
+    return word < m_bits.size() && (m_bits[word] >> (element % 64) & 1u);
+}
+
+bool ComponentData::add(int element) {
+    if (element < 0)
+        return false;
+    if (contains(element))
+        return true;
+    if (element >= kBitLimit) {
+        m_large.insert(element);
+    } else {
+        size_t word = static_cast<size_t>(element) / 64;
+        if (word >= m_bits.size())
+            m_bits.resize(std::max(word + 1, m_bits.size() * 2));
+        m_bits[word] |= std::uint64_t(1) << (element % 64);
+    }
+    m_elements.push_back(element);
+    return true;
+}
+
+void ComponentData::removeAll(const ComponentData& other) {
+    std::vector<int> kept;
+    kept.reserve(m_elements.size());
+    for (int element : m_elements) {
+        if (other.contains(element)) {
+            if (element >= kBitLimit)
+                m_large.erase(element);
+            else
+                m_bits[static_cast<size_t>(element) / 64] &= ~(std::uint64_t(1) << (element % 64));
+        } else {
+            kept.push_back(element);
+        }
+    }
+    m_elements = std::move(kept);
+}
+
+} // namespace runtime

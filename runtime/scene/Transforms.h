@@ -1,0 +1,22 @@
+// Transforms: the matrices of DAG nodes from their translate, rotate (degrees, X then Y then
+// Z), scale and, for joints, jointOrient values. Local = T * JO * R * S; a node's world matrix
+// is its ancestors' local matrices times its own. Shapes and non-DAG nodes add no transform
+// of their own.
+#pragma once
+
+#include "HPoint.h"
+#include "HStatus.h"
+#include "scene/Matrix.h"
+
+namespace runtime {
+
+class Node;
+class Scene;
+
+Matrix localMatrix(const Node& node);
+Matrix worldMatrix(const Node& node);
+HPoint worldPosition(const Node& node);
+// Sets translate so that the node's origin lies at position in world space.
+HStatus setWorldPosition(Scene& scene, Node& node, const HPoint& position);
+
+} // namespace runtime

@@ -1,0 +1,78 @@
+#include "HFnSkinCluster.h"
+#include "HGlobal.h"
+#include "scene/Scene.h"
+#include "scene/SceneChange.h"
+#include "sceneFixture.h"
+
+#include <gtest/gtest.h>
+
+using fixture::FreshScene;
+using runtime::NodePtr;
+using runtime::SceneChange;
+
+namespace {
+
+class ChangeLog : public FreshScene {
+protected:
+    void SetUp() override {
+        FreshScene::SetUp();
+        m_id = scene().addListener(
+            [this](const SceneChange& change) { kinds.push_back(change.kind); });
+    }
+    void TearDown() override { scene().removeListener(m_id); }
+
+    std::vector<SceneChange::Kind> kinds;
+
+private:
+    runtime::Scene::ListenerId m_id = 0;
+};
+
+} // namespace
+
+TEST_F(ChangeLog, EveryEditSendsOneNoticeAndMarksTheSceneModified) {
+    EXPECT_FALSE(scene().isModified());
+    NodePtr joint = scene().createNode("joint", "hip");
+    EXPECT_TRUE(scene().isModified());
+    scene().setModified(false);
+    scene().rename(*joint, "pelvis");
+    NodePtr root = scene().createNode("transform", "root");
+    scene().reparent(*joint, root.get());
+    scene().setValue(joint->plug("tx"), 1.0);
+    scene().deleteNodes({root});
+    EXPECT_EQ(kinds, (std::vector<SceneChange::Kind>{
+                         SceneChange::kNodesAdded, SceneChange::kNodeRenamed,
+                         SceneChange::kNodesAdded, SceneChange::kNodeReparented,
+                         SceneChange::kValueChanged, SceneChange::kNodesRemoved}));
+    EXPECT_TRUE(scene().isModified());
+    scene().reset();
+    EXPECT_EQ(kinds.back(), SceneChange::kSceneReset);
+    EXPECT_FALSE(scene().isModified());
+}
+
+TEST_F(ChangeLog, AWeightWriteIsOneNoticeAndSelectionIsNone) {
+    fixture::SkinnedMesh body = fixture::makeSkinnedMesh();
+    scene().setModified(false);
+    kinds.clear();
+    HSelectionList list;
+    list.add("body");
+    HGlobal::setActiveSelectionList(list);
+    EXPECT_TRUE(kinds.empty());
+    EXPECT_FALSE(scene().isModified());
+    HFnSkinCluster fn(body.clusterObject());
+    ASSERT_TRUE(fn.setWeights(body.shapePath(), HObject(), 0, 0.5));
+    EXPECT_EQ(kinds, (std::vector<SceneChange::Kind>{SceneChange::kWeightsChanged}));
+    EXPECT_TRUE(scene().isModified());
+}
+
+TEST_F(ChangeLog, AListenerRemovedDuringANoticeIsNotCalledAgain) {
+    int calls = 0;
+    runtime::Scene::ListenerId second = 0;
+    runtime::Scene::ListenerId first = scene().addListener([&](const SceneChange&) {
+        ++calls;
+        scene().removeListener(second);
+    });
+    second = scene().addListener([&](const SceneChange&) { calls += 100; });
+    scene().createNode("joint");
+    EXPECT_EQ(calls, 1);
+    scene().removeListener(first);
+}
