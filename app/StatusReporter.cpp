@@ -12,7 +12,7 @@
 namespace app {
 
 StatusReporter::StatusReporter(QStatusBar& bar)
-    : QObject(&bar), m_bar(bar), m_selection(new QLabel),
+    : m_bar(bar), m_selection(new QLabel),
       m_output(HCommandMessage::addCommandOutputCallback(message, this)),
       m_selectionChanged(
           HEventMessage::addEventCallback("SelectionChanged", selectionChanged, this)),
@@ -26,6 +26,7 @@ StatusReporter::~StatusReporter() {
     HMessage::removeCallback(m_output);
     HMessage::removeCallback(m_selectionChanged);
     HMessage::removeCallback(m_sceneOpened);
+    delete m_selection.data();
 }
 
 QString StatusReporter::describeSelection() {

@@ -1,17 +1,20 @@
 // StatusReporter: the main window's status bar: the last message the host wrote (information,
 // warning, error or result, as the script editor shows it) on the left, and what is selected
-// on the right ("Selected: body.vtx[3:5] joint1", the first few items and a count of the rest).
+// on the right ("Selected: bodyShape.vtx[3:5] |joint1": the first few items as `select` reads
+// them, and a count of the rest).
 //
 // It registers an output callback, a "SelectionChanged" and a "SceneOpened" callback in its
-// constructor and removes them in its destructor. The status bar itself belongs to the window.
+// constructor and removes them in its destructor, with the selection label it added. The status
+// bar itself belongs to the window.
 #pragma once
 
 #include "HCommandMessage.h"
 
+#include <QLabel>
 #include <QObject>
+#include <QPointer>
 #include <QString>
 
-class QLabel;
 class QStatusBar;
 
 namespace app {
@@ -35,7 +38,7 @@ private:
     static void selectionChanged(void* self);
 
     QStatusBar& m_bar;
-    QLabel* m_selection;
+    QPointer<QLabel> m_selection;
     HCallbackId m_output;
     HCallbackId m_selectionChanged;
     HCallbackId m_sceneOpened;

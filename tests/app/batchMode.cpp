@@ -1,0 +1,104 @@
+#include "hostProcess.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace {
+
+using appfixture::runHost;
+
+QString writeFile(const QTemporaryDir& directory, const QString& name, const QByteArray& text) {
+    QString path = directory.filePath(name);
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(text);
+    return path;
+}
+
+TEST(BatchMode, ExitsZeroAndPrintsEchoesAndMessagesWhenEverythingSucceeds) {
+    appfixture::HostRun run =
+        runHost({"--batch", "--no-plugin", "-c", "print \"a  b\" 1; undo", "-c", "print c"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.out,
+              (QStringList{"print \"a  b\" 1", "a  b 1", "undo",
+                           "// Warning: There are no more commands to undo.", "print c", "c"}));
+    EXPECT_TRUE(run.err.isEmpty()) << run.err.join('\n').toStdString();
+}
+
+TEST(BatchMode, AFailingStatementStopsEverythingAndExitsOne) {
+    appfixture::HostRun run = runHost(
+        {"--batch", "--no-plugin", "-c", "print one; nothere 1; print two", "-c", "print three"});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(run.out, (QStringList{"print one", "one", "nothere 1"}));
+    EXPECT_EQ(run.err, QStringList{"// Error: Cannot find procedure \"nothere\"."});
+}
+
+TEST(BatchMode, TextThatDoesNotParseRunsNothing) {
+    appfixture::HostRun run = runHost({"--batch", "--no-plugin", "-c", "print a; print \"open"});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(run.out, QStringList{"print a; print \"open"});
+    ASSERT_EQ(run.err.size(), 1);
+    EXPECT_TRUE(run.err[0].startsWith("// Error: Syntax error in line 1"))
+        << run.err[0].toStdString();
+}
+
+TEST(BatchMode, ScriptFilesRunInTheirTurnStatementByStatement) {
+    QTemporaryDir directory;
+    QString script = writeFile(directory, "steps.cmd",
+                               "// two steps\nprint second;\nprint \"third\"  // done\n");
+    appfixture::HostRun run =
+        runHost({"--batch", "--no-plugin", "-c", "print first", "-s", script});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.out, (QStringList{"print first", "first", "print second", "second",
+                                    "print \"third\"", "third"}));
+}
+
+TEST(BatchMode, OpensTheFileThenLoadsThePluginBeforeTheCommands) {
+    QTemporaryDir directory;
+    QString scene = writeFile(directory, "body.vscene", "");
+    appfixture::HostRun run = runHost({"--batch", scene, "-c", "print after"});
+    ASSERT_GE(run.out.size(), 1);
+    EXPECT_EQ(run.out[0], "file -open \"" + scene + "\"");
+    if (run.exitCode == 0) {
+        ASSERT_GE(run.out.size(), 2);
+        EXPECT_TRUE(run.out[1].startsWith("loadPlugin \"")) << run.out[1].toStdString();
+        EXPECT_TRUE(run.out[1].endsWith("/plugins/vorel.so\"")) << run.out[1].toStdString();
+        EXPECT_EQ(run.out.mid(run.out.size() - 2), (QStringList{"print after", "after"}));
+    } else {
+        // The first step that fails ends the run; nothing after it is echoed.
+        EXPECT_FALSE(run.out.contains("print after"));
+        EXPECT_EQ(run.exitCode, 1);
+        ASSERT_FALSE(run.err.isEmpty());
+        EXPECT_TRUE(run.err[0].startsWith("// Error: "));
+    }
+}
+
+TEST(CommandLineErrors, ExitTwoSayingWhatIsWrongFollowedByTheUsage) {
+    QTemporaryDir directory;
+    QString missing = directory.filePath("missing.vscene");
+    const std::pair<QStringList, QString> cases[] = {
+        {{"--frobnicate"}, "vorel-host: Unknown option: --frobnicate"},
+        {{"--batch", missing}, "vorel-host: Scene file not found: " + missing},
+        {{"--batch", "-s", missing}, "vorel-host: Script file not found: " + missing},
+        {{"--batch", "-c"}, "vorel-host: -c needs a value"},
+    };
+    for (const auto& [arguments, message] : cases) {
+        appfixture::HostRun run = runHost(arguments);
+        EXPECT_EQ(run.exitCode, 2) << message.toStdString();
+        ASSERT_GE(run.err.size(), 3);
+        EXPECT_EQ(run.err[0], message);
+        EXPECT_TRUE(run.err[2].startsWith("Usage: vorel-host [FILE]"));
+        EXPECT_TRUE(run.out.isEmpty());
+    }
+}
+
+TEST(CommandLineErrors, HelpPrintsTheUsageAndExitsZero) {
+    appfixture::HostRun run = runHost({"--help"});
+    EXPECT_EQ(run.exitCode, 0);
+    ASSERT_FALSE(run.out.isEmpty());
+    EXPECT_TRUE(run.out[0].startsWith("Usage: vorel-host [FILE]"));
+    EXPECT_TRUE(run.err.isEmpty());
+}
+
+} // namespace
