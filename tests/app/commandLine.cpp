@@ -72,13 +72,4 @@ TEST_F(CommandLineTest, SaysWhatIsWrong) {
               "--batch shows nothing, so it cannot take a --screenshot");
 }
 
-TEST_F(CommandLineTest, UsageNamesEveryOptionAndTheExitCodes) {
-    QString usage = app::usageText();
-    for (const char* option : {"FILE", "-c COMMANDS", "-s SCRIPT", "--batch", "--no-plugin",
-                               "--screenshot FILE.png", "--help"})
-        EXPECT_TRUE(usage.contains(option)) << option;
-    EXPECT_TRUE(usage.contains("exits with 2"));
-    EXPECT_TRUE(usage.contains("exit 0 when every statement succeeded, 1 otherwise"));
-}
-
 } // namespace
