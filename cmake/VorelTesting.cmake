@@ -1,6 +1,7 @@
-# vorel_add_test(NAME name SOURCES ... [LIBS ...] [ENV ...])
+# vorel_add_test(NAME name SOURCES ... [LIBS ...] [ENV ...] [PROPERTIES ...])
 # Builds one GoogleTest program and registers each of its tests with CTest. Every test runs
 # with Qt's offscreen platform; in a sanitizer build, sanitizer reports fail the test.
+# PROPERTIES are more CTest properties of every test (for example FIXTURES_REQUIRED name).
 find_package(GTest REQUIRED)
 include(GoogleTest)
 
@@ -10,11 +11,11 @@ if(VOREL_SANITIZE)
 endif()
 
 function(vorel_add_test)
-  cmake_parse_arguments(T "" "NAME" "SOURCES;LIBS;ENV" ${ARGN})
+  cmake_parse_arguments(T "" "NAME" "SOURCES;LIBS;ENV;PROPERTIES" ${ARGN})
   add_executable(${T_NAME} ${T_SOURCES})
   target_link_libraries(${T_NAME} PRIVATE GTest::gtest GTest::gmock ${T_LIBS})
   gtest_discover_tests(${T_NAME}
     DISCOVERY_MODE PRE_TEST
     DISCOVERY_TIMEOUT 60
-    PROPERTIES ENVIRONMENT "${VOREL_TEST_ENVIRONMENT};${T_ENV}" TIMEOUT 600)
+    PROPERTIES ENVIRONMENT "${VOREL_TEST_ENVIRONMENT};${T_ENV}" TIMEOUT 600 ${T_PROPERTIES})
 endfunction()

@@ -255,6 +255,7 @@ FileResult importWithAssimp(const std::string& path, SceneDescription& scene,
         if (!conversion.run(converted, problem))
             return FileResult::failed(readFailure(path, problem));
         scene = std::move(converted);
+        progress.step(1, 1);
         FileResult result = FileResult::done();
         if (conversion.skippedFaces() > 0)
             result.warnings.push_back(std::to_string(conversion.skippedFaces()) +

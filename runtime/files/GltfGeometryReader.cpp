@@ -1,10 +1,10 @@
 #include "files/GltfGeometryReader.h"
 
+#include <QString>
 #include <climits>
 #include <cmath>
 #include <map>
 #include <tiny_gltf.h>
-
 namespace runtime {
 
 namespace {
@@ -193,8 +193,9 @@ bool readGltfSkinWeights(const tinygltf::Model& model, int meshIndex,
                     const std::uint32_t joint = joints[s][4 * v + c];
                     if (!std::isfinite(weight) || joint >= static_cast<std::uint32_t>(jointCount)) {
                         problem = where + " vertex " + std::to_string(v) + " has joint " +
-                                  std::to_string(joint) + " with weight " + std::to_string(weight) +
-                                  ", but the skin has " + std::to_string(jointCount) + " joints";
+                                  std::to_string(joint) + " with weight " +
+                                  QString::number(weight).toStdString() + ", but the skin has " +
+                                  std::to_string(jointCount) + " joints";
                         return false;
                     }
                     weights.add(static_cast<int>(joint), weight);

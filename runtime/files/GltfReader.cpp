@@ -140,6 +140,7 @@ FileResult GltfReading::run(SceneDescription& out) {
     }
     m_progress.stage(0.95, 1.0, "Keeping the document");
     keepSource(out);
+    m_progress.step(1, 1);
     FileResult result = FileResult::done();
     result.warnings = std::move(m_warnings);
     return result;
