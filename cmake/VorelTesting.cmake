@@ -17,5 +17,14 @@ function(vorel_add_test)
   gtest_discover_tests(${T_NAME}
     DISCOVERY_MODE PRE_TEST
     DISCOVERY_TIMEOUT 60
-    PROPERTIES ENVIRONMENT "${VOREL_TEST_ENVIRONMENT};${T_ENV}" TIMEOUT 600 ${T_PROPERTIES})
+    PROPERTIES TIMEOUT 600 ${T_PROPERTIES})
+  # The environment is a list, which the discovered tests' properties cannot carry (its second
+  # entry would be read as a property name), so a script run after the discovery sets it.
+  set(environment ${VOREL_TEST_ENVIRONMENT} ${T_ENV})
+  set(environment_script ${CMAKE_CURRENT_BINARY_DIR}/${T_NAME}_environment.cmake)
+  file(WRITE ${environment_script}
+    "if(${T_NAME}_TESTS)\n"
+    "  set_tests_properties(\${${T_NAME}_TESTS} PROPERTIES ENVIRONMENT \"${environment}\")\n"
+    "endif()\n")
+  set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES ${environment_script})
 endfunction()

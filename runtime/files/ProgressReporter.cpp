@@ -26,9 +26,11 @@ ProgressReporter& ProgressReporter::silent() {
 bool Progress::stage(double from, double to, const std::string& text) {
     m_from = from;
     m_to = to;
-    m_text = text;
-    m_reported = -1.0; // a new stage always shows its text
-    return report(from);
+    if (text != m_text) {
+        m_text = text;
+        return report(from); // new words are always shown
+    }
+    return step(0, 1);
 }
 
 bool Progress::step(std::uint64_t done, std::uint64_t total) {

@@ -31,7 +31,8 @@ public:
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
 
-    // Starts a stage that covers [from, to] of the whole work. False when asked to stop.
+    // Starts a stage that covers [from, to] of the whole work; a stage with new text is always
+    // reported. False when asked to stop.
     bool stage(double from, double to, const std::string& text);
     // `done` of `total` units of the current stage are done. False when asked to stop.
     bool step(std::uint64_t done, std::uint64_t total);

@@ -112,6 +112,9 @@ bool SkinWeights::operator==(const SkinWeights& other) const {
 
 namespace {
 
+// Influence indices are stored in 16 bits by the formats that store them most compactly.
+constexpr std::size_t kMaxInfluences = 65536;
+
 bool finite(double value) {
     return std::isfinite(value);
 }
@@ -174,6 +177,8 @@ std::string skinProblem(const SceneDescription& scene, const SceneSkin& skin, in
     const int nodeCount = static_cast<int>(scene.nodes.size());
     if (skin.meshNode < 0 || skin.meshNode >= nodeCount || scene.nodes[skin.meshNode].mesh < 0)
         return what + " does not deform a node with a mesh";
+    if (skin.joints.size() > kMaxInfluences)
+        return what + " has more than " + std::to_string(kMaxInfluences) + " joints";
     std::set<int> seen;
     for (int joint : skin.joints)
         if (joint < 0 || joint >= nodeCount || !seen.insert(joint).second)
@@ -196,6 +201,18 @@ std::string skinProblem(const SceneDescription& scene, const SceneSkin& skin, in
     return locksProblem(skin.locks, vertexCount, what);
 }
 
+std::string skinsProblem(const SceneDescription& scene) {
+    std::set<int> deformed;
+    for (int i = 0; i < static_cast<int>(scene.skins.size()); ++i) {
+        if (std::string problem = skinProblem(scene, scene.skins[i], i); !problem.empty())
+            return problem;
+        if (!deformed.insert(scene.skins[i].meshNode).second)
+            return "node " + std::to_string(scene.skins[i].meshNode) +
+                   " is deformed by more than one skin";
+    }
+    return {};
+}
+
 } // namespace
 
 std::string firstInconsistency(const SceneDescription& scene) {
@@ -205,10 +222,7 @@ std::string firstInconsistency(const SceneDescription& scene) {
     for (int i = 0; i < static_cast<int>(scene.meshes.size()); ++i)
         if (std::string problem = meshProblem(scene.meshes[i], i); !problem.empty())
             return problem;
-    for (int i = 0; i < static_cast<int>(scene.skins.size()); ++i)
-        if (std::string problem = skinProblem(scene, scene.skins[i], i); !problem.empty())
-            return problem;
-    return {};
+    return skinsProblem(scene);
 }
 
 } // namespace runtime

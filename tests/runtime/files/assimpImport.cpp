@@ -10,20 +10,6 @@ using namespace runtime;
 
 namespace {
 
-SceneDescription import(const std::string& model) {
-    SceneDescription scene;
-    FileResult result = readSceneFile(filetest::importModelPath(model), scene);
-    EXPECT_TRUE(result.ok()) << result.message;
-    return scene;
-}
-
-int nodeNamed(const SceneDescription& scene, const std::string& name) {
-    for (int n = 0; n < static_cast<int>(scene.nodes.size()); ++n)
-        if (scene.nodes[n].name == name)
-            return n;
-    return -1;
-}
-
 int influenceNamed(const SceneDescription& scene, const SceneSkin& skin, const std::string& name) {
     for (int i = 0; i < static_cast<int>(skin.joints.size()); ++i)
         if (scene.nodes[skin.joints[i]].name == name)
@@ -41,7 +27,7 @@ double weightSum(const SkinWeights& weights, int v) {
 } // namespace
 
 TEST(AssimpImport, DirectXModelReadsItsThirtySevenBonesAndTheirWeights) {
-    SceneDescription scene = import("X/Testwuson.X");
+    SceneDescription scene = filetest::readScene(filetest::importModelPath("X/Testwuson.X"));
     ASSERT_EQ(scene.skins.size(), 1u);
     const SceneSkin& skin = scene.skins[0];
     EXPECT_EQ(skin.joints.size(), 37u); // the file's XSkinMeshHeader: 37 bones
@@ -72,22 +58,25 @@ TEST(AssimpImport, DirectXModelReadsItsThirtySevenBonesAndTheirWeights) {
 }
 
 TEST(AssimpImport, FbxBonesKeepTheirHierarchy) {
-    SceneDescription scene = import("FBX/huesitos.fbx");
+    SceneDescription scene = filetest::readScene(filetest::importModelPath("FBX/huesitos.fbx"));
     ASSERT_EQ(scene.skins.size(), 1u);
     const SceneSkin& skin = scene.skins[0];
     EXPECT_EQ(skin.joints.size(), 9u);
     EXPECT_EQ(scene.meshes[scene.nodes[skin.meshNode].mesh].name, "Cylinder");
-    EXPECT_EQ(scene.nodes[nodeNamed(scene, "Bone.001")].parent, nodeNamed(scene, "Bone"));
-    EXPECT_EQ(scene.nodes[nodeNamed(scene, "Bone")].parent, nodeNamed(scene, "Armature"));
-    EXPECT_TRUE(scene.nodes[nodeNamed(scene, "Bone.008")].isJoint);
-    EXPECT_FALSE(scene.nodes[nodeNamed(scene, "Bone.008_end")].isJoint);
-    EXPECT_FALSE(scene.nodes[nodeNamed(scene, "Armature")].isJoint);
+    EXPECT_EQ(scene.nodes[filetest::nodeNamed(scene, "Bone.001")].parent,
+              filetest::nodeNamed(scene, "Bone"));
+    EXPECT_EQ(scene.nodes[filetest::nodeNamed(scene, "Bone")].parent,
+              filetest::nodeNamed(scene, "Armature"));
+    EXPECT_TRUE(scene.nodes[filetest::nodeNamed(scene, "Bone.008")].isJoint);
+    EXPECT_FALSE(scene.nodes[filetest::nodeNamed(scene, "Bone.008_end")].isJoint);
+    EXPECT_FALSE(scene.nodes[filetest::nodeNamed(scene, "Armature")].isJoint);
     for (int v = 0; v < skin.weights.vertexCount(); ++v)
         EXPECT_FALSE(skin.weights.vertex(v).size() == 0) << "vertex " << v;
 }
 
 TEST(AssimpImport, WeightsThatDoNotSumToOneStayAsTheFileHasThem) {
-    SceneDescription scene = import("FBX/animation_with_skeleton.fbx");
+    SceneDescription scene =
+        filetest::readScene(filetest::importModelPath("FBX/animation_with_skeleton.fbx"));
     ASSERT_EQ(scene.skins.size(), 1u);
     const SkinWeights& weights = scene.skins[0].weights;
     EXPECT_EQ(scene.skins[0].joints.size(), 14u);

@@ -3,7 +3,6 @@
 #include "gltfTestFiles.h"
 
 #include <QDir>
-#include <QTemporaryDir>
 #include <csignal>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -22,10 +21,10 @@ private:
     std::string m_stage;
 };
 
-class AtomicFileWrite : public ::testing::Test {
+class AtomicFileWrite : public filetest::FolderTest {
 protected:
     void SetUp() override {
-        m_target = m_folder.filePath("scene.glb").toStdString();
+        m_target = path("scene.glb");
         filetest::writeBytes(m_target, "the previous scene");
     }
     FileResult write(const std::string& bytes, ProgressReporter& reporter) {
@@ -36,7 +35,6 @@ protected:
         return QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden | QDir::NoDotAndDotDot);
     }
 
-    QTemporaryDir m_folder;
     std::string m_target;
 };
 
@@ -78,10 +76,10 @@ TEST_F(AtomicFileWrite, FailureWhileWritingLeavesThePreviousFile) {
 }
 
 TEST_F(AtomicFileWrite, MissingFolderFailsWithoutCreatingAnything) {
-    m_target = m_folder.filePath("missing/scene.glb").toStdString();
+    m_target = path("missing/scene.glb");
     FileResult result = write("new", ProgressReporter::silent());
     EXPECT_EQ(result.outcome, FileResult::Outcome::kFailed);
     EXPECT_EQ(result.message.rfind("Cannot write \"" + m_target + "\": ", 0), 0u) << result.message;
     EXPECT_GT(result.message.size(), ("Cannot write \"" + m_target + "\": .").size());
-    EXPECT_FALSE(QDir(m_folder.filePath("missing")).exists());
+    EXPECT_FALSE(QDir(QString::fromStdString(path("missing"))).exists());
 }

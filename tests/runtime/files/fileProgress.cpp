@@ -4,7 +4,6 @@
 #include "gltfTestFiles.h"
 
 #include <QDir>
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 using namespace runtime;
@@ -27,13 +26,7 @@ private:
     std::string m_stopAt;
 };
 
-class FileProgress : public ::testing::Test {
-protected:
-    std::string path(const std::string& name) const {
-        return m_folder.filePath(QString::fromStdString(name)).toStdString();
-    }
-    QTemporaryDir m_folder;
-};
+class FileProgress : public filetest::FolderTest {};
 
 } // namespace
 

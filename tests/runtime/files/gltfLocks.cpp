@@ -2,7 +2,6 @@
 #include "files/GltfWriter.h"
 #include "gltfTestFiles.h"
 
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 using namespace runtime;
@@ -11,14 +10,11 @@ using filetest::Json;
 
 namespace {
 
-class LockPersistence : public ::testing::Test {
+class LockPersistence : public filetest::FolderTest {
 protected:
     void SetUp() override {
         m_quad = filetest::skinnedQuad();
         m_quad.save(path("quad.gltf"));
-    }
-    std::string path(const std::string& name) const {
-        return m_folder.filePath(QString::fromStdString(name)).toStdString();
     }
     SceneDescription read(const std::string& name) {
         SceneDescription scene;
@@ -38,14 +34,7 @@ protected:
         locks.lockedCells = {{2, {"|root|tip", "|root"}}};
         return locks;
     }
-    int nodeNamed(const SceneDescription& scene, const std::string& name) {
-        for (int n = 0; n < static_cast<int>(scene.nodes.size()); ++n)
-            if (scene.nodes[n].name == name)
-                return n;
-        return -1;
-    }
 
-    QTemporaryDir m_folder;
     GltfFile m_quad;
     std::vector<std::string> m_warnings;
 };
@@ -55,7 +44,7 @@ protected:
 TEST_F(LockPersistence, SurvivesWriteAndReadInTheDocumentedLayout) {
     SceneDescription scene = read("quad.gltf");
     scene.skins[0].locks = someLocks();
-    scene.nodes[nodeNamed(scene, "root")].lockInfluenceWeights = true;
+    scene.nodes[filetest::nodeNamed(scene, "root")].lockInfluenceWeights = true;
     write(scene, "locked.gltf");
 
     const Json json = GltfFile::load(path("locked.gltf")).json;
@@ -69,18 +58,18 @@ TEST_F(LockPersistence, SurvivesWriteAndReadInTheDocumentedLayout) {
 
     SceneDescription again = read("locked.gltf");
     EXPECT_EQ(again.skins[0].locks, someLocks());
-    EXPECT_TRUE(again.nodes[nodeNamed(again, "root")].lockInfluenceWeights);
-    EXPECT_FALSE(again.nodes[nodeNamed(again, "tip")].lockInfluenceWeights);
+    EXPECT_TRUE(again.nodes[filetest::nodeNamed(again, "root")].lockInfluenceWeights);
+    EXPECT_FALSE(again.nodes[filetest::nodeNamed(again, "tip")].lockInfluenceWeights);
 }
 
 TEST_F(LockPersistence, UnlockingRestoresTheDocumentAsItWas) {
     SceneDescription scene = read("quad.gltf");
     scene.skins[0].locks = someLocks();
-    scene.nodes[nodeNamed(scene, "tip")].lockInfluenceWeights = true;
+    scene.nodes[filetest::nodeNamed(scene, "tip")].lockInfluenceWeights = true;
     write(scene, "locked.gltf");
     SceneDescription locked = read("locked.gltf");
     locked.skins[0].locks = SkinLocks{};
-    locked.nodes[nodeNamed(locked, "tip")].lockInfluenceWeights = false;
+    locked.nodes[filetest::nodeNamed(locked, "tip")].lockInfluenceWeights = false;
     write(locked, "unlocked.gltf");
 
     const Json json = GltfFile::load(path("unlocked.gltf")).json;
@@ -94,7 +83,7 @@ TEST_F(LockPersistence, OtherExtrasAreKept) {
     m_quad.save(path("annotated.gltf"));
     SceneDescription scene = read("annotated.gltf");
     scene.skins[0].locks.lockedVertices = {0};
-    scene.nodes[nodeNamed(scene, "root")].lockInfluenceWeights = true;
+    scene.nodes[filetest::nodeNamed(scene, "root")].lockInfluenceWeights = true;
     write(scene, "locked.gltf");
 
     const Json json = GltfFile::load(path("locked.gltf")).json;

@@ -3,7 +3,6 @@
 #include "gltfTestFiles.h"
 
 #include <QDir>
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 using namespace runtime;
@@ -14,11 +13,8 @@ namespace {
 
 // Every case starts from the valid skinned quad, breaks one thing and expects the reader to
 // refuse with the message naming the file, leaving the scene it was given as it was.
-class GltfMalformedInput : public ::testing::Test {
+class GltfMalformedInput : public filetest::FolderTest {
 protected:
-    std::string path(const std::string& name) const {
-        return m_folder.filePath(QString::fromStdString(name)).toStdString();
-    }
     std::string refusal(const std::string& name) {
         SceneDescription scene;
         scene.nodes.resize(2);
@@ -38,7 +34,6 @@ protected:
         return "Cannot read \"" + path(name) + "\": " + problem;
     }
 
-    QTemporaryDir m_folder;
     GltfFile m_quad = filetest::skinnedQuad();
 };
 

@@ -2,7 +2,6 @@
 #include "files/GltfWriter.h"
 #include "gltfTestFiles.h"
 
-#include <QTemporaryDir>
 #include <cmath>
 #include <gtest/gtest.h>
 
@@ -11,13 +10,6 @@ using filetest::GltfFile;
 using filetest::Json;
 
 namespace {
-
-SceneDescription read(const std::string& path) {
-    SceneDescription scene;
-    FileResult result = readGltf(path, scene);
-    EXPECT_TRUE(result.ok()) << result.message;
-    return scene;
-}
 
 void write(const SceneDescription& scene, const std::string& path) {
     FileResult result = writeGltf(scene, path);
@@ -44,13 +36,7 @@ double sum(const std::vector<double>& values, std::size_t first, std::size_t cou
     return total;
 }
 
-class GltfRoundTrip : public ::testing::Test {
-protected:
-    std::string path(const std::string& name) const {
-        return m_folder.filePath(QString::fromStdString(name)).toStdString();
-    }
-    QTemporaryDir m_folder;
-};
+class GltfRoundTrip : public filetest::FolderTest {};
 
 } // namespace
 
@@ -59,11 +45,11 @@ TEST_F(GltfRoundTrip, UnchangedSceneKeepsEverythingButTheBinaryLayout) {
         for (const char* extension : {".gltf", ".glb"}) {
             const std::string source = filetest::assetPath(sample);
             const std::string target = path(std::string("copy") + extension);
-            SceneDescription scene = read(source);
+            SceneDescription scene = filetest::readScene(source);
             write(scene, target);
             expectSameSectionsExcept(GltfFile::load(source).json, GltfFile::load(target).json,
                                      {"buffers", "bufferViews"});
-            SceneDescription again = read(target);
+            SceneDescription again = filetest::readScene(target);
             EXPECT_TRUE(again.skins[0].weights == scene.skins[0].weights) << sample << extension;
             EXPECT_EQ(again.meshes[0].points, scene.meshes[0].points);
             EXPECT_EQ(again.meshes[0].polygonVertices, scene.meshes[0].polygonVertices);
@@ -73,7 +59,7 @@ TEST_F(GltfRoundTrip, UnchangedSceneKeepsEverythingButTheBinaryLayout) {
 
 TEST_F(GltfRoundTrip, EditedWeightsChangeOnlyTheirAccessors) {
     const std::string source = filetest::assetPath("gltf/RiggedSimple.gltf");
-    SceneDescription scene = read(source);
+    SceneDescription scene = filetest::readScene(source);
     SkinWeights& weights = scene.skins[0].weights;
     const SkinWeights original = weights;
     weights = filetest::withVertexWeights(weights, 50, {{0, 0.2}, {1, 0.3}});
@@ -91,7 +77,7 @@ TEST_F(GltfRoundTrip, EditedWeightsChangeOnlyTheirAccessors) {
         }
     }
 
-    const SkinWeights reread = read(path("edited.glb")).skins[0].weights;
+    const SkinWeights reread = filetest::readScene(path("edited.glb")).skins[0].weights;
     EXPECT_NEAR(reread.weight(50, 0), 0.4, 1e-7);
     EXPECT_NEAR(reread.weight(50, 1), 0.6, 1e-7);
     EXPECT_EQ(reread.vertex(10).size(), 1u);
@@ -180,7 +166,7 @@ TEST_F(GltfRoundTrip, FreshDocumentKeepsHierarchyTransformsAndGeometry) {
     scene.meshes = {mesh};
     write(scene, path("fresh.gltf"));
 
-    SceneDescription again = read(path("fresh.gltf"));
+    SceneDescription again = filetest::readScene(path("fresh.gltf"));
     ASSERT_EQ(again.nodes.size(), 3u);
     EXPECT_EQ(again.nodes[1].name, "child");
     EXPECT_EQ(again.nodes[2].parent, 1);
@@ -195,7 +181,7 @@ TEST_F(GltfRoundTrip, FreshDocumentKeepsHierarchyTransformsAndGeometry) {
 
 TEST_F(GltfRoundTrip, HostChangesTouchOnlyTheNodesTheyConcern) {
     const std::string source = filetest::assetPath("gltf/RiggedSimple.gltf");
-    SceneDescription scene = read(source);
+    SceneDescription scene = filetest::readScene(source);
     const int joint = scene.skins[0].joints[1];
     scene.nodes[joint].name = "elbow";
     scene.nodes[joint].transform.translation[1] = 5.0;
@@ -228,7 +214,7 @@ TEST_F(GltfRoundTrip, RemovedNodesLeaveTheSceneButNotTheFile) {
     quad.json["nodes"].push_back({{"name", "prop"}, {"extras", {{"note", "kept"}}}});
     quad.json["scenes"][0]["nodes"].push_back(3);
     quad.save(path("prop.gltf"));
-    SceneDescription scene = read(path("prop.gltf"));
+    SceneDescription scene = filetest::readScene(path("prop.gltf"));
     ASSERT_EQ(scene.nodes.back().name, "prop");
     scene.nodes.pop_back();
     write(scene, path("without.gltf"));
@@ -236,7 +222,7 @@ TEST_F(GltfRoundTrip, RemovedNodesLeaveTheSceneButNotTheFile) {
     const Json after = GltfFile::load(path("without.gltf")).json;
     EXPECT_EQ(after["nodes"][3], quad.json["nodes"][3]);
     EXPECT_EQ(after["scenes"][0]["nodes"], (Json{0, 1}));
-    EXPECT_EQ(read(path("without.gltf")).nodes.size(), 3u);
+    EXPECT_EQ(filetest::readScene(path("without.gltf")).nodes.size(), 3u);
 }
 
 TEST_F(GltfRoundTrip, InstancesWithDifferentWeightsGetTheirOwnMesh) {
@@ -244,7 +230,7 @@ TEST_F(GltfRoundTrip, InstancesWithDifferentWeightsGetTheirOwnMesh) {
     quad.json["nodes"].push_back({{"name", "twin"}, {"mesh", 0}, {"skin", 0}});
     quad.json["scenes"][0]["nodes"].push_back(3);
     quad.save(path("twins.gltf"));
-    SceneDescription scene = read(path("twins.gltf"));
+    SceneDescription scene = filetest::readScene(path("twins.gltf"));
     ASSERT_EQ(scene.skins.size(), 2u);
     SceneSkin& twin = scene.skins[scene.nodes[scene.skins[0].meshNode].name == "twin" ? 0 : 1];
     twin.weights = filetest::withVertexWeights(twin.weights, 0, {{1, 1.0}});
@@ -256,7 +242,7 @@ TEST_F(GltfRoundTrip, InstancesWithDifferentWeightsGetTheirOwnMesh) {
     EXPECT_EQ(after["nodes"][3]["mesh"], 1);
     EXPECT_EQ(after["meshes"][0], quad.json["meshes"][0]);
     EXPECT_EQ(after["accessors"][3], quad.json["accessors"][3]);
-    SceneDescription again = read(path("split.gltf"));
+    SceneDescription again = filetest::readScene(path("split.gltf"));
     for (const SceneSkin& skin : again.skins) {
         const bool isTwin = again.nodes[skin.meshNode].name == "twin";
         EXPECT_EQ(skin.weights.weight(0, 1), isTwin ? 1.0 : 0.0);
@@ -265,7 +251,7 @@ TEST_F(GltfRoundTrip, InstancesWithDifferentWeightsGetTheirOwnMesh) {
 }
 
 TEST_F(GltfRoundTrip, ChangedPolygonsWriteTheMeshAnewWithAWarning) {
-    SceneDescription scene = read(filetest::assetPath("gltf/SimpleSkin.gltf"));
+    SceneDescription scene = filetest::readScene(filetest::assetPath("gltf/SimpleSkin.gltf"));
     scene.meshes[0].polygonSizes.pop_back();
     scene.meshes[0].polygonVertices.resize(scene.meshes[0].polygonVertices.size() - 3);
     FileResult result = writeGltf(scene, path("cut.gltf"));
@@ -273,7 +259,7 @@ TEST_F(GltfRoundTrip, ChangedPolygonsWriteTheMeshAnewWithAWarning) {
     EXPECT_EQ(result.warnings,
               std::vector<std::string>{"The polygons of mesh \"\" changed; it was written anew, "
                                        "without its materials."});
-    SceneDescription again = read(path("cut.gltf"));
+    SceneDescription again = filetest::readScene(path("cut.gltf"));
     EXPECT_EQ(again.meshes[0].polygonSizes.size(), 7u);
     EXPECT_TRUE(again.skins[0].weights.sameWeights(scene.skins[0].weights));
 }

@@ -6,26 +6,8 @@
 
 using namespace runtime;
 
-namespace {
-
-SceneDescription read(const std::string& path) {
-    SceneDescription scene;
-    FileResult result = readGltf(path, scene);
-    EXPECT_TRUE(result.ok()) << result.message;
-    return scene;
-}
-
-int nodeNamed(const SceneDescription& scene, const std::string& name) {
-    for (int n = 0; n < static_cast<int>(scene.nodes.size()); ++n)
-        if (scene.nodes[n].name == name)
-            return n;
-    return -1;
-}
-
-} // namespace
-
 TEST(GltfSamples, SimpleSkinReadsItsStripOfTenVerticesOnTwoJoints) {
-    SceneDescription scene = read(filetest::assetPath("gltf/SimpleSkin.gltf"));
+    SceneDescription scene = filetest::readScene(filetest::assetPath("gltf/SimpleSkin.gltf"));
     ASSERT_EQ(scene.nodes.size(), 3u);
     ASSERT_EQ(scene.meshes.size(), 1u);
     ASSERT_EQ(scene.skins.size(), 1u);
@@ -56,7 +38,7 @@ TEST(GltfSamples, SimpleSkinReadsItsStripOfTenVerticesOnTwoJoints) {
 }
 
 TEST(GltfSamples, RiggedSimpleReadsItsCylinderWithWeightsAsStored) {
-    SceneDescription scene = read(filetest::assetPath("gltf/RiggedSimple.gltf"));
+    SceneDescription scene = filetest::readScene(filetest::assetPath("gltf/RiggedSimple.gltf"));
     ASSERT_EQ(scene.meshes.size(), 1u);
     ASSERT_EQ(scene.skins.size(), 1u);
     const SceneMesh& mesh = scene.meshes[0];
@@ -91,12 +73,14 @@ TEST(GltfSamples, GlbAndExternalBuffersReadLikeEmbeddedOnes) {
     quad.save(external, "quad data.bin");
     quad.save(binary);
     for (const std::string& path : {embedded, external, binary}) {
-        SceneDescription scene = read(path);
+        SceneDescription scene = filetest::readScene(path);
         ASSERT_EQ(scene.skins.size(), 1u) << path;
         const SkinWeights& weights = scene.skins[0].weights;
         EXPECT_EQ(weights.weight(1, 0), 0.75) << path;
         EXPECT_EQ(weights.weight(2, 1), 0.75) << path;
-        EXPECT_EQ(scene.nodes[nodeNamed(scene, "tip")].parent, nodeNamed(scene, "root")) << path;
+        EXPECT_EQ(scene.nodes[filetest::nodeNamed(scene, "tip")].parent,
+                  filetest::nodeNamed(scene, "root"))
+            << path;
         EXPECT_EQ(scene.meshes[0].polygonVertices, (std::vector<int>{0, 1, 2, 2, 1, 3})) << path;
     }
 }
@@ -113,7 +97,7 @@ TEST(GltfSamples, AllWeightSetsAndPrimitivesAreRead) {
     const std::string path = folder.filePath("two.gltf").toStdString();
     file.save(path);
 
-    SceneDescription scene = read(path);
+    SceneDescription scene = filetest::readScene(path);
     const SceneMesh& mesh = scene.meshes[0];
     EXPECT_EQ(mesh.vertexCount(), 8);
     EXPECT_EQ(std::vector<int>(mesh.polygonVertices.begin() + 6, mesh.polygonVertices.end()),

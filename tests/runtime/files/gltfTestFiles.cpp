@@ -1,5 +1,7 @@
 #include "gltfTestFiles.h"
 
+#include "files/SceneFiles.h"
+
 #include <QByteArray>
 #include <QFile>
 #include <QFileInfo>
@@ -46,6 +48,24 @@ std::string assetPath(const std::string& name) {
 
 std::string importModelPath(const std::string& name) {
     return "/usr/share/assimp/models/" + name;
+}
+
+std::string FolderTest::path(const std::string& name) const {
+    return m_folder.filePath(QString::fromStdString(name)).toStdString();
+}
+
+runtime::SceneDescription readScene(const std::string& path) {
+    runtime::SceneDescription scene;
+    runtime::FileResult result = runtime::readSceneFile(path, scene);
+    EXPECT_TRUE(result.ok()) << result.message;
+    return scene;
+}
+
+int nodeNamed(const runtime::SceneDescription& scene, const std::string& name) {
+    for (int n = 0; n < static_cast<int>(scene.nodes.size()); ++n)
+        if (scene.nodes[n].name == name)
+            return n;
+    return -1;
 }
 
 std::string readText(const std::string& path) {

@@ -5,6 +5,8 @@
 
 #include "files/SceneDescription.h"
 
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
@@ -20,6 +22,18 @@ std::string importModelPath(const std::string& name);
 
 std::string readText(const std::string& path);
 void writeBytes(const std::string& path, const std::string& bytes);
+
+// A test with a temporary folder of its own.
+class FolderTest : public ::testing::Test {
+protected:
+    std::string path(const std::string& name) const;
+    QTemporaryDir m_folder;
+};
+
+// Reads any scene file the host reads; a failure fails the test.
+runtime::SceneDescription readScene(const std::string& path);
+// The first node of that name, or -1.
+int nodeNamed(const runtime::SceneDescription& scene, const std::string& name);
 
 // A glTF file as its JSON and its one binary buffer.
 struct GltfFile {

@@ -1,9 +1,6 @@
-#include "files/AssimpImporter.h"
-#include "files/GltfReader.h"
 #include "files/GltfWriter.h"
 #include "gltfTestFiles.h"
 
-#include <QTemporaryDir>
 #include <cstdio>
 #include <gtest/gtest.h>
 
@@ -34,29 +31,13 @@ std::vector<filetest::Json> validate(const std::vector<std::string>& files) {
     return reports;
 }
 
-class GltfValidator : public ::testing::Test {
+class GltfValidator : public filetest::FolderTest {
 protected:
-    std::string path(const std::string& name) const {
-        return m_folder.filePath(QString::fromStdString(name)).toStdString();
-    }
     void write(const SceneDescription& scene, const std::string& name) {
         FileResult result = writeGltf(scene, path(name));
         ASSERT_TRUE(result.ok()) << result.message;
         m_written.push_back(path(name));
     }
-    SceneDescription read(const std::string& file) {
-        SceneDescription scene;
-        FileResult result = readSceneFile(file, scene);
-        EXPECT_TRUE(result.ok()) << result.message;
-        return scene;
-    }
-    static FileResult readSceneFile(const std::string& file, SceneDescription& scene) {
-        if (file.size() > 4 && (file.substr(file.size() - 4) == ".fbx"))
-            return importWithAssimp(file, scene);
-        return readGltf(file, scene);
-    }
-
-    QTemporaryDir m_folder;
     std::vector<std::string> m_written;
 };
 
@@ -64,7 +45,7 @@ protected:
 
 TEST_F(GltfValidator, FindsNoErrorInAnyKindOfWrittenFile) {
     // A sample read back and edited: unnormalised weights, more influences than four.
-    SceneDescription rigged = read(filetest::assetPath("gltf/RiggedSimple.gltf"));
+    SceneDescription rigged = filetest::readScene(filetest::assetPath("gltf/RiggedSimple.gltf"));
     rigged.skins[0].weights =
         filetest::withVertexWeights(rigged.skins[0].weights, 7, {{0, 0.3}, {1, 0.9}});
     rigged.nodes[rigged.skins[0].joints[0]].lockInfluenceWeights = true;
@@ -77,7 +58,7 @@ TEST_F(GltfValidator, FindsNoErrorInAnyKindOfWrittenFile) {
     twins.json["nodes"].push_back({{"name", "twin"}, {"mesh", 0}, {"skin", 0}});
     twins.json["scenes"][0]["nodes"].push_back(3);
     twins.save(path("twins-source.gltf"));
-    SceneDescription pair = read(path("twins-source.gltf"));
+    SceneDescription pair = filetest::readScene(path("twins-source.gltf"));
     pair.skins[1].weights = filetest::withVertexWeights(pair.skins[1].weights, 0, {{1, 1.0}});
     write(pair, "twins.glb");
 
@@ -86,7 +67,8 @@ TEST_F(GltfValidator, FindsNoErrorInAnyKindOfWrittenFile) {
     write(filetest::jointChainOverQuad(), "chain.gltf");
 
     // An import whose weights do not sum to one.
-    write(read(filetest::importModelPath("FBX/animation_with_skeleton.fbx")), "imported.glb");
+    write(filetest::readScene(filetest::importModelPath("FBX/animation_with_skeleton.fbx")),
+          "imported.glb");
 
     const std::vector<filetest::Json> reports = validate(m_written);
     ASSERT_EQ(reports.size(), m_written.size()) << "the validator did not report on every file";
