@@ -8,64 +8,58 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-bool readNames(const Json& entry, const char* key, std::vector<std::string>& names) {
-    names.clear();
+// Reads entry[key], a list, item by item; an absent key is an empty list.
+template <typename T, typename ReadItem>
+bool readList(const Json& entry, const char* key, std::vector<T>& values, ReadItem readItem) {
+    values.clear();
     if (!entry.contains(key))
         return true;
     const Json& list = entry[key];
     if (!list.is_array())
         return false;
-    for (const Json& name : list) {
-        if (!name.is_string())
+    for (const Json& item : list) {
+        T value{};
+        if (!readItem(item, value))
             return false;
-        names.push_back(name.get<std::string>());
+        values.push_back(std::move(value));
     }
     return true;
 }
 
-bool readVertex(const Json& value, int vertexCount, int& vertex) {
-    if (!value.is_number_integer())
+bool readName(const Json& item, std::string& name) {
+    if (!item.is_string())
         return false;
-    long long v = value.get<long long>();
-    if (v < 0 || v >= vertexCount)
+    name = item.get<std::string>();
+    return true;
+}
+
+bool readVertexIndex(const Json& item, int vertexCount, int& vertex) {
+    if (!item.is_number_integer() || item.get<long long>() < 0 ||
+        item.get<long long>() >= vertexCount)
         return false;
-    vertex = static_cast<int>(v);
+    vertex = item.get<int>();
     return true;
 }
 
 bool readLockedVertices(const Json& entry, int vertexCount, std::vector<int>& vertices) {
-    vertices.clear();
-    if (!entry.contains("lockedVertexIndices"))
-        return true;
-    const Json& list = entry["lockedVertexIndices"];
-    if (!list.is_array())
+    auto readVertex = [vertexCount](const Json& item, int& vertex) {
+        return readVertexIndex(item, vertexCount, vertex);
+    };
+    if (!readList(entry, "lockedVertexIndices", vertices, readVertex))
         return false;
-    for (const Json& value : list) {
-        int v = 0;
-        if (!readVertex(value, vertexCount, v))
-            return false;
-        vertices.push_back(v);
-    }
     std::sort(vertices.begin(), vertices.end());
     vertices.erase(std::unique(vertices.begin(), vertices.end()), vertices.end());
     return true;
 }
 
 bool readLockedCells(const Json& entry, int vertexCount, std::vector<CellLocks>& cells) {
-    cells.clear();
-    if (!entry.contains("lockedCellIndices"))
-        return true;
-    const Json& list = entry["lockedCellIndices"];
-    if (!list.is_array())
+    auto readCell = [vertexCount](const Json& item, CellLocks& cell) {
+        return item.is_object() && item.contains("vertex") &&
+               readVertexIndex(item["vertex"], vertexCount, cell.vertex) &&
+               readList(item, "lockedLocalJoints", cell.joints, readName);
+    };
+    if (!readList(entry, "lockedCellIndices", cells, readCell))
         return false;
-    for (const Json& item : list) {
-        CellLocks cell;
-        if (!item.is_object() || !item.contains("vertex") ||
-            !readVertex(item["vertex"], vertexCount, cell.vertex) ||
-            !readNames(item, "lockedLocalJoints", cell.joints))
-            return false;
-        cells.push_back(std::move(cell));
-    }
     std::stable_sort(cells.begin(), cells.end(),
                      [](const CellLocks& a, const CellLocks& b) { return a.vertex < b.vertex; });
     // A vertex listed twice keeps all its names, in stored order.
@@ -112,7 +106,7 @@ bool skinLocksFromSkin(const Json& skin, int node, int vertexCount, SkinLocks& l
     for (const Json& entry : entries) {
         if (!entry.is_object() || !entry.contains("node") || entry["node"] != node)
             continue;
-        if (!readNames(entry, "lockedJointNames", locks.lockedJointNames) ||
+        if (!readList(entry, "lockedJointNames", locks.lockedJointNames, readName) ||
             !readLockedVertices(entry, vertexCount, locks.lockedVertices) ||
             !readLockedCells(entry, vertexCount, locks.lockedCells)) {
             locks = SkinLocks{};
