@@ -263,3 +263,22 @@ TEST_F(GltfRoundTrip, ChangedPolygonsWriteTheMeshAnewWithAWarning) {
     EXPECT_EQ(again.meshes[0].polygonSizes.size(), 7u);
     EXPECT_TRUE(again.skins[0].weights.sameWeights(scene.skins[0].weights));
 }
+
+TEST_F(GltfRoundTrip, MovedPointsRewriteOnlyThePositions) {
+    const std::string source = filetest::assetPath("gltf/SimpleSkin.gltf");
+    SceneDescription scene = filetest::readScene(source);
+    scene.meshes[0].points[9] = {0.5, 3.0, 0.25};
+    write(scene, path("moved.glb"));
+
+    const Json before = GltfFile::load(source).json;
+    const GltfFile after = GltfFile::load(path("moved.glb"));
+    expectSameSectionsExcept(before, after.json, {"accessors", "bufferViews", "buffers"});
+    for (std::size_t a = 0; a < before["accessors"].size(); ++a) {
+        if (a != 1) {
+            EXPECT_EQ(after.json["accessors"][a], before["accessors"][a]) << "accessor " << a;
+        }
+    }
+    // The bounds follow the moved point.
+    EXPECT_EQ(after.json["accessors"][1]["max"], (Json{0.5, 3.0, 0.25}));
+    EXPECT_EQ(filetest::readScene(path("moved.glb")).meshes[0].points, scene.meshes[0].points);
+}
