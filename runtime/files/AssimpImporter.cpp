@@ -134,7 +134,7 @@ bool AssimpConversion::readNodeMeshes(int nodeIndex, const aiNode& node) {
         return true;
     if (!m_budget.take(entries.size(), sizeof(SkinWeight) + sizeof(const VertexWeight*)))
         return fail(m_budget.exceededProblem());
-    skin.weights = SkinWeights::gather(vertexCount, entries);
+    skin.weights = SparseSkinWeights::gather(vertexCount, entries);
     for (int joint : skin.joints)
         m_scene.nodes[joint].isJoint = true;
     m_scene.skins.push_back(std::move(skin));

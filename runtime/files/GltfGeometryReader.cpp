@@ -155,7 +155,7 @@ bool readGltfMesh(const tinygltf::Model& model, int meshIndex, GltfAccessorReade
 
 bool readGltfSkinWeights(const tinygltf::Model& model, int meshIndex,
                          const std::vector<PrimitiveSpan>& spans, int jointCount,
-                         GltfAccessorReader& accessors, SkinWeights& weights,
+                         GltfAccessorReader& accessors, SparseSkinWeights& weights,
                          std::string& problem) {
     const tinygltf::Mesh& mesh = model.meshes[meshIndex];
     weights.clear();

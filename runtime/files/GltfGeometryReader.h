@@ -26,7 +26,8 @@ bool readGltfMesh(const tinygltf::Model& model, int meshIndex, GltfAccessorReade
 // `jointCount` joints. Zero weights are left out; a joint repeated on a vertex adds up.
 bool readGltfSkinWeights(const tinygltf::Model& model, int meshIndex,
                          const std::vector<PrimitiveSpan>& spans, int jointCount,
-                         GltfAccessorReader& accessors, SkinWeights& weights, std::string& problem);
+                         GltfAccessorReader& accessors, SparseSkinWeights& weights,
+                         std::string& problem);
 
 // One matrix per joint of skin `skinIndex`; identity matrices when the skin gives none.
 bool readGltfInverseBindMatrices(const tinygltf::Model& model, int skinIndex,

@@ -8,7 +8,7 @@ namespace runtime {
 
 namespace {
 
-std::size_t positiveCount(SkinWeights::Range range) {
+std::size_t positiveCount(SparseSkinWeights::Range range) {
     return static_cast<std::size_t>(std::count_if(
         range.begin(), range.end(), [](const SkinWeight& entry) { return entry.weight > 0.0; }));
 }
@@ -30,7 +30,7 @@ int nearestJoint(const std::array<double, 3>& point,
 }
 
 // The vertex's positive weights as floats summing to one, largest first.
-void normalisedFloats(SkinWeights::Range range, std::vector<std::pair<float, int>>& out) {
+void normalisedFloats(SparseSkinWeights::Range range, std::vector<std::pair<float, int>>& out) {
     std::vector<SkinWeight> entries;
     double sum = 0.0;
     for (const SkinWeight& entry : range)
@@ -63,7 +63,7 @@ void normalisedFloats(SkinWeights::Range range, std::vector<std::pair<float, int
 
 } // namespace
 
-int weightSetsNeeded(const SkinWeights& weights, int first, int count) {
+int weightSetsNeeded(const SparseSkinWeights& weights, int first, int count) {
     std::size_t most = 1; // an unweighted vertex still gets its nearest joint
     for (int v = first; v < first + count; ++v)
         most = std::max(most, positiveCount(weights.vertex(v)));
@@ -90,7 +90,7 @@ std::vector<std::array<double, 3>> jointBindPositions(const std::vector<Matrix4>
     return positions;
 }
 
-WeightSets encodeWeightSets(const SkinWeights& weights, int first, int count, int setCount,
+WeightSets encodeWeightSets(const SparseSkinWeights& weights, int first, int count, int setCount,
                             const std::vector<std::array<double, 3>>& points,
                             const std::vector<std::array<double, 3>>& joints) {
     assert(setCount >= weightSetsNeeded(weights, first, count));

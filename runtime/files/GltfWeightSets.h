@@ -26,7 +26,7 @@ struct WeightSets {
 };
 
 // The sets vertices [first, first + count) need: a quarter of the most weights any of them has.
-int weightSetsNeeded(const SkinWeights& weights, int first, int count);
+int weightSetsNeeded(const SparseSkinWeights& weights, int first, int count);
 
 // Where each joint sits in the mesh's space when bound: the origin carried through the inverse
 // of its inverse bind matrix (the origin of the mesh for a matrix that cannot be inverted).
@@ -35,7 +35,7 @@ jointBindPositions(const std::vector<Matrix4>& inverseBindMatrices);
 
 // Encodes vertices [first, first + count) in `setCount` sets (at least weightSetsNeeded()).
 // `points` are the mesh's points, `joints` the positions from jointBindPositions().
-WeightSets encodeWeightSets(const SkinWeights& weights, int first, int count, int setCount,
+WeightSets encodeWeightSets(const SparseSkinWeights& weights, int first, int count, int setCount,
                             const std::vector<std::array<double, 3>>& points,
                             const std::vector<std::array<double, 3>>& joints);
 

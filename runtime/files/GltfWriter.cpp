@@ -126,8 +126,8 @@ private:
     // What was read, by index in the source document.
     std::map<int, int> m_baseNode;
     std::map<int, int> m_baseMesh;
-    std::map<int, int> m_baseSkin;                   // glTF skin -> a skin read from it
-    std::map<int, const SkinWeights*> m_baseWeights; // glTF mesh -> the weights read on it
+    std::map<int, int> m_baseSkin;                         // glTF skin -> a skin read from it
+    std::map<int, const SparseSkinWeights*> m_baseWeights; // glTF mesh -> the weights read on it
 
     std::vector<int> m_nodeIndex;  // description node -> glTF node
     std::vector<int> m_meshIndex;  // description mesh -> glTF mesh (-1: not written)

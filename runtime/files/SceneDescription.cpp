@@ -22,29 +22,29 @@ bool NodeTransform::operator==(const NodeTransform& other) const {
 
 SceneSource::~SceneSource() = default;
 
-SkinWeights::Range SkinWeights::vertex(int v) const {
+SparseSkinWeights::Range SparseSkinWeights::vertex(int v) const {
     assert(v >= 0 && v < vertexCount());
     const SkinWeight* base = m_entries.data();
     return {base + m_offsets[v], base + m_offsets[v + 1]};
 }
 
-double SkinWeights::weight(int v, int influence) const {
+double SparseSkinWeights::weight(int v, int influence) const {
     for (const SkinWeight& entry : vertex(v))
         if (entry.influence == influence)
             return entry.weight;
     return 0.0;
 }
 
-void SkinWeights::reserve(std::size_t vertices, std::size_t entries) {
+void SparseSkinWeights::reserve(std::size_t vertices, std::size_t entries) {
     m_offsets.reserve(vertices + 1);
     m_entries.reserve(entries);
 }
 
-void SkinWeights::startVertex() {
+void SparseSkinWeights::startVertex() {
     m_offsets.push_back(m_offsets.back());
 }
 
-void SkinWeights::add(int influence, double weight) {
+void SparseSkinWeights::add(int influence, double weight) {
     assert(vertexCount() > 0);
     auto first = m_entries.begin() + m_offsets[m_offsets.size() - 2];
     auto same = std::find_if(first, m_entries.end(),
@@ -57,12 +57,13 @@ void SkinWeights::add(int influence, double weight) {
     ++m_offsets.back();
 }
 
-void SkinWeights::clear() {
+void SparseSkinWeights::clear() {
     m_offsets.assign(1, 0);
     m_entries.clear();
 }
 
-SkinWeights SkinWeights::gather(int vertexCount, const std::vector<VertexWeight>& entries) {
+SparseSkinWeights SparseSkinWeights::gather(int vertexCount,
+                                            const std::vector<VertexWeight>& entries) {
     // A counting sort by vertex keeps each vertex's entries in their given order.
     std::vector<std::uint32_t> starts(static_cast<std::size_t>(vertexCount) + 1, 0);
     for (const VertexWeight& entry : entries) {
@@ -76,7 +77,7 @@ SkinWeights SkinWeights::gather(int vertexCount, const std::vector<VertexWeight>
     for (const VertexWeight& entry : entries)
         ordered[next[entry.vertex]++] = &entry;
 
-    SkinWeights weights;
+    SparseSkinWeights weights;
     weights.reserve(static_cast<std::size_t>(vertexCount), entries.size());
     for (int v = 0; v < vertexCount; ++v) {
         weights.startVertex();
@@ -86,11 +87,12 @@ SkinWeights SkinWeights::gather(int vertexCount, const std::vector<VertexWeight>
     return weights;
 }
 
-bool SkinWeights::sameWeights(const SkinWeights& other) const {
+bool SparseSkinWeights::sameWeights(const SparseSkinWeights& other) const {
     return vertexCount() == other.vertexCount() && sameWeights(other, 0, vertexCount());
 }
 
-bool SkinWeights::sameWeights(const SkinWeights& other, int firstVertex, int count) const {
+bool SparseSkinWeights::sameWeights(const SparseSkinWeights& other, int firstVertex,
+                                    int count) const {
     assert(firstVertex >= 0 && firstVertex + count <= vertexCount());
     if (firstVertex + count > other.vertexCount())
         return false;
@@ -106,7 +108,7 @@ bool SkinWeights::sameWeights(const SkinWeights& other, int firstVertex, int cou
     return true;
 }
 
-bool SkinWeights::operator==(const SkinWeights& other) const {
+bool SparseSkinWeights::operator==(const SparseSkinWeights& other) const {
     return m_offsets == other.m_offsets && m_entries == other.m_entries;
 }
 

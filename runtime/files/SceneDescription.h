@@ -82,7 +82,7 @@ struct SkinWeight {
     }
 };
 
-// An entry of weights given in no particular vertex order, for SkinWeights::gather().
+// An entry of weights given in no particular vertex order, for SparseSkinWeights::gather().
 struct VertexWeight {
     int vertex = 0;
     int influence = 0;
@@ -91,7 +91,7 @@ struct VertexWeight {
 
 // Per-vertex sparse weights, stored one vertex after the other. Absent influences weigh 0.
 // Each vertex holds each influence at most once; nothing is normalised.
-class SkinWeights {
+class SparseSkinWeights {
 public:
     struct Range {
         const SkinWeight* first;
@@ -116,13 +116,13 @@ public:
 
     // Builds the weights of `vertexCount` vertices from entries in any order; entries of one
     // vertex keep their order, repeated influences add up. Every entry's vertex must be in range.
-    static SkinWeights gather(int vertexCount, const std::vector<VertexWeight>& entries);
+    static SparseSkinWeights gather(int vertexCount, const std::vector<VertexWeight>& entries);
 
     // Same vertices with the same weights per influence, in whatever order each vertex lists
     // them.
-    bool sameWeights(const SkinWeights& other) const;
-    bool sameWeights(const SkinWeights& other, int firstVertex, int vertexCount) const;
-    bool operator==(const SkinWeights& other) const;
+    bool sameWeights(const SparseSkinWeights& other) const;
+    bool sameWeights(const SparseSkinWeights& other, int firstVertex, int vertexCount) const;
+    bool operator==(const SparseSkinWeights& other) const;
 
 private:
     std::vector<std::uint32_t> m_offsets{0};
@@ -169,7 +169,7 @@ struct SceneSkin {
     // mesh's space.
     std::vector<Matrix4> inverseBindMatrices;
     // One entry per vertex of the mesh.
-    SkinWeights weights;
+    SparseSkinWeights weights;
     SkinLocks locks;
     // The skin of the source document this one came from (for glTF: the index in "skins";
     // several skin clusters may share one).

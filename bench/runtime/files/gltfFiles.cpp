@@ -137,7 +137,7 @@ void saveOpenedGlb(benchmark::State& state) {
         state.SkipWithError("reading failed");
         return;
     }
-    SkinWeights edited;
+    SparseSkinWeights edited;
     for (int v = 0; v < scene.skins[0].weights.vertexCount(); ++v) {
         edited.startVertex();
         for (const SkinWeight& entry : scene.skins[0].weights.vertex(v))

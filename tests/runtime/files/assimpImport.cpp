@@ -17,7 +17,7 @@ int influenceNamed(const SceneDescription& scene, const SceneSkin& skin, const s
     return -1;
 }
 
-double weightSum(const SkinWeights& weights, int v) {
+double weightSum(const SparseSkinWeights& weights, int v) {
     double sum = 0.0;
     for (const SkinWeight& entry : weights.vertex(v))
         sum += entry.weight;
@@ -78,7 +78,7 @@ TEST(AssimpImport, WeightsThatDoNotSumToOneStayAsTheFileHasThem) {
     SceneDescription scene =
         filetest::readScene(filetest::importModelPath("FBX/animation_with_skeleton.fbx"));
     ASSERT_EQ(scene.skins.size(), 1u);
-    const SkinWeights& weights = scene.skins[0].weights;
+    const SparseSkinWeights& weights = scene.skins[0].weights;
     EXPECT_EQ(scene.skins[0].joints.size(), 14u);
     double lowest = 2.0, highest = 0.0;
     for (int v = 0; v < weights.vertexCount(); ++v) {

@@ -60,8 +60,8 @@ TEST_F(GltfRoundTrip, UnchangedSceneKeepsEverythingButTheBinaryLayout) {
 TEST_F(GltfRoundTrip, EditedWeightsChangeOnlyTheirAccessors) {
     const std::string source = filetest::assetPath("gltf/RiggedSimple.gltf");
     SceneDescription scene = filetest::readScene(source);
-    SkinWeights& weights = scene.skins[0].weights;
-    const SkinWeights original = weights;
+    SparseSkinWeights& weights = scene.skins[0].weights;
+    const SparseSkinWeights original = weights;
     weights = filetest::withVertexWeights(weights, 50, {{0, 0.2}, {1, 0.3}});
     weights = filetest::withVertexWeights(weights, 10, {{1, 1.0}});
     write(scene, path("edited.glb"));
@@ -77,7 +77,7 @@ TEST_F(GltfRoundTrip, EditedWeightsChangeOnlyTheirAccessors) {
         }
     }
 
-    const SkinWeights reread = filetest::readScene(path("edited.glb")).skins[0].weights;
+    const SparseSkinWeights reread = filetest::readScene(path("edited.glb")).skins[0].weights;
     EXPECT_NEAR(reread.weight(50, 0), 0.4, 1e-7);
     EXPECT_NEAR(reread.weight(50, 1), 0.6, 1e-7);
     EXPECT_EQ(reread.vertex(10).size(), 1u);

@@ -75,7 +75,7 @@ TEST(GltfSamples, GlbAndExternalBuffersReadLikeEmbeddedOnes) {
     for (const std::string& path : {embedded, external, binary}) {
         SceneDescription scene = filetest::readScene(path);
         ASSERT_EQ(scene.skins.size(), 1u) << path;
-        const SkinWeights& weights = scene.skins[0].weights;
+        const SparseSkinWeights& weights = scene.skins[0].weights;
         EXPECT_EQ(weights.weight(1, 0), 0.75) << path;
         EXPECT_EQ(weights.weight(2, 1), 0.75) << path;
         EXPECT_EQ(scene.nodes[filetest::nodeNamed(scene, "tip")].parent,
@@ -102,7 +102,7 @@ TEST(GltfSamples, AllWeightSetsAndPrimitivesAreRead) {
     EXPECT_EQ(mesh.vertexCount(), 8);
     EXPECT_EQ(std::vector<int>(mesh.polygonVertices.begin() + 6, mesh.polygonVertices.end()),
               (std::vector<int>{4, 5, 6, 6, 5, 7}));
-    const SkinWeights& weights = scene.skins[0].weights;
+    const SparseSkinWeights& weights = scene.skins[0].weights;
     EXPECT_EQ(weights.weight(1, 0), 0.75);
     // Both sets name the same joints: they add up, as a viewer would apply them.
     EXPECT_EQ(weights.weight(5, 0), 1.5);

@@ -267,9 +267,9 @@ runtime::SceneDescription jointChainOverQuad() {
     return scene;
 }
 
-runtime::SkinWeights withVertexWeights(const runtime::SkinWeights& weights, int vertex,
-                                       const std::vector<runtime::SkinWeight>& entries) {
-    runtime::SkinWeights result;
+runtime::SparseSkinWeights withVertexWeights(const runtime::SparseSkinWeights& weights, int vertex,
+                                             const std::vector<runtime::SkinWeight>& entries) {
+    runtime::SparseSkinWeights result;
     for (int v = 0; v < weights.vertexCount(); ++v) {
         result.startVertex();
         if (v == vertex) {

@@ -65,7 +65,7 @@ GltfFile skinnedQuad();
 runtime::SceneDescription jointChainOverQuad();
 
 // The same weights with those of one vertex replaced.
-runtime::SkinWeights withVertexWeights(const runtime::SkinWeights& weights, int vertex,
+runtime::SparseSkinWeights withVertexWeights(const runtime::SparseSkinWeights& weights, int vertex,
                                        const std::vector<runtime::SkinWeight>& entries);
 
 } // namespace filetest

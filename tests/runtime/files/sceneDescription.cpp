@@ -9,8 +9,8 @@ using namespace runtime;
 
 namespace {
 
-std::vector<SkinWeight> entries(const SkinWeights& weights, int vertex) {
-    SkinWeights::Range range = weights.vertex(vertex);
+std::vector<SkinWeight> entries(const SparseSkinWeights& weights, int vertex) {
+    SparseSkinWeights::Range range = weights.vertex(vertex);
     return {range.begin(), range.end()};
 }
 
@@ -39,8 +39,8 @@ SceneDescription skinnedTriangle() {
 
 } // namespace
 
-TEST(SkinWeights, GatherKeepsEachVertexsOrderAndAddsRepeats) {
-    SkinWeights weights = SkinWeights::gather(
+TEST(SparseSkinWeights, GatherKeepsEachVertexsOrderAndAddsRepeats) {
+    SparseSkinWeights weights = SparseSkinWeights::gather(
         4, {{2, 1, 0.5}, {0, 3, 0.25}, {2, 0, 0.125}, {2, 1, 0.25}, {0, 1, 0.5}});
     ASSERT_EQ(weights.vertexCount(), 4);
     EXPECT_EQ(entries(weights, 0), (std::vector<SkinWeight>{{3, 0.25}, {1, 0.5}}));
@@ -51,10 +51,10 @@ TEST(SkinWeights, GatherKeepsEachVertexsOrderAndAddsRepeats) {
     EXPECT_EQ(weights.weight(2, 5), 0.0);
 }
 
-TEST(SkinWeights, SameWeightsIgnoresTheOrderWithinAVertex) {
-    SkinWeights a = SkinWeights::gather(2, {{0, 0, 0.5}, {0, 1, 0.5}, {1, 2, 1.0}});
-    SkinWeights b = SkinWeights::gather(2, {{0, 1, 0.5}, {0, 0, 0.5}, {1, 2, 1.0}});
-    SkinWeights c = SkinWeights::gather(2, {{0, 1, 0.5}, {0, 0, 0.5}, {1, 2, 0.9}});
+TEST(SparseSkinWeights, SameWeightsIgnoresTheOrderWithinAVertex) {
+    SparseSkinWeights a = SparseSkinWeights::gather(2, {{0, 0, 0.5}, {0, 1, 0.5}, {1, 2, 1.0}});
+    SparseSkinWeights b = SparseSkinWeights::gather(2, {{0, 1, 0.5}, {0, 0, 0.5}, {1, 2, 1.0}});
+    SparseSkinWeights c = SparseSkinWeights::gather(2, {{0, 1, 0.5}, {0, 0, 0.5}, {1, 2, 0.9}});
     EXPECT_FALSE(a == b);
     EXPECT_TRUE(a.sameWeights(b));
     EXPECT_FALSE(a.sameWeights(c));
@@ -74,12 +74,12 @@ TEST(SceneConsistency, NamesTheFirstProblem) {
     EXPECT_EQ(firstInconsistency(badPolygon), "mesh 0 has a polygon vertex out of range");
 
     SceneDescription shortWeights = skinnedTriangle();
-    shortWeights.skins[0].weights = SkinWeights::gather(2, {});
+    shortWeights.skins[0].weights = SparseSkinWeights::gather(2, {});
     EXPECT_EQ(firstInconsistency(shortWeights),
               "skin 0 has weights for 2 vertices, its mesh has 3");
 
     SceneDescription strayInfluence = skinnedTriangle();
-    strayInfluence.skins[0].weights = SkinWeights::gather(3, {{1, 1, 1.0}});
+    strayInfluence.skins[0].weights = SparseSkinWeights::gather(3, {{1, 1, 1.0}});
     EXPECT_EQ(firstInconsistency(strayInfluence),
               "skin 0 has a weight out of range or not finite on vertex 1");
 
