@@ -2,14 +2,10 @@
 // and collects its exit code and its stdout and stderr lines.
 #pragma once
 
+#include "qtPrinting.h"
+
 #include <QString>
 #include <QStringList>
-#include <ostream>
-
-// Lets test failures show texts as texts.
-inline void PrintTo(const QString& text, std::ostream* out) {
-    *out << '"' << text.toStdString() << '"';
-}
 
 namespace appfixture {
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "ApplicationWindow.h"
+#include "qtPrinting.h"
 #include "sceneFixture.h"
 
 #include <QMessageBox>
@@ -12,14 +13,8 @@
 #include <QTemporaryDir>
 #include <QTimer>
 #include <memory>
-#include <ostream>
 
 class QPlainTextEdit;
-
-// Lets test failures show texts as texts.
-inline void PrintTo(const QString& text, std::ostream* out) {
-    *out << '"' << text.toStdString() << '"';
-}
 
 namespace appfixture {
 
