@@ -36,6 +36,7 @@ Outliner::Outliner(CommandRunner& runner, QWidget* parent)
     font.setItalic(true);
     m_dependencySection->setFont(kNameColumn, font);
     addTopLevelItem(m_dependencySection);
+    m_dependencySection->setFirstColumnSpanned(true);
 
     for (const runtime::NodePtr& node : runtime::scene().nodesParentsFirst())
         addNode(node);
