@@ -1,0 +1,34 @@
+// VertexWeightRecord: the weights that some vertices of a skin cluster had before an edit,
+// kept so that the edit can be undone and redone bit for bit.
+//
+// An edit calls keep() for each vertex before it changes it; only the first call for a vertex
+// stores anything, so a vertex changed several times is kept as it was at the start. After the
+// edit, swap() exchanges the kept weights with the cluster's current ones: the first swap
+// undoes the edit, the next one redoes it, and so on. The record stores only the kept
+// vertices' non-zero weights (SkinWeights) and their indices. A vertex index beyond the
+// weights is a programming error.
+#pragma once
+
+#include "scene/SkinWeights.h"
+
+#include <vector>
+
+namespace runtime {
+
+class VertexWeightRecord {
+public:
+    void keep(const SkinWeights& weights, unsigned vertex);
+    bool empty() const { return m_vertices.empty(); }
+    unsigned size() const { return static_cast<unsigned>(m_vertices.size()); }
+    // The kept vertices, in the order they were first kept.
+    const std::vector<unsigned>& vertices() const { return m_vertices; }
+
+    void swap(SkinWeights& weights);
+
+private:
+    std::vector<unsigned> m_vertices;
+    std::vector<bool> m_seen;
+    SkinWeights m_kept;
+};
+
+} // namespace runtime
