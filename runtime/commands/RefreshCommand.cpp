@@ -1,5 +1,6 @@
 // refresh: redraws what shows the scene now. -f (-force) is accepted: every refresh is
 // immediate.
+#include "commands/CommandSupport.h"
 #include "core/DisplayRefresh.h"
 #include "lang/BuiltInCommand.h"
 
@@ -12,7 +13,9 @@ public:
         syntax.addFlag("-f", "-force");
         return syntax;
     }
-    HStatus doIt(const HArgList&) override {
+    HStatus doIt(const HArgList& args) override {
+        if (runtime::commandObjects(HArgParser(syntax(), args)).length() > 0)
+            return runtime::reportFailure("refresh", "It takes no objects.");
         runtime::host().get<runtime::DisplayRefresh>().request();
         return HS::kSuccess;
     }

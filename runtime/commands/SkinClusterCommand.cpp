@@ -143,8 +143,10 @@ private:
                                (flag == "maxInfluences" && binding);
             if (!parser.isFlagSet(setting.first) || notASetting)
                 continue;
-            HStatus status = m_journal.setValue(cluster.plug(setting.second),
-                                                parser.flagArgumentInt(setting.first, 0));
+            runtime::Value value = parser.flagArgumentInt(setting.first, 0);
+            if (flag == "obeyMaxInfluences")
+                value = parser.flagArgumentBool(setting.first, 0);
+            HStatus status = m_journal.setValue(cluster.plug(setting.second), value);
             if (!status)
                 return reportFailure("skinCluster", status);
         }

@@ -4,6 +4,15 @@
 
 namespace runtime {
 
+namespace {
+
+void copyVertex(const SkinWeights& from, unsigned fromVertex, SkinWeights& to, unsigned toVertex) {
+    to.assign(toVertex, from.influences(fromVertex), from.weights(fromVertex),
+              from.entryCount(fromVertex));
+}
+
+} // namespace
+
 void VertexWeightRecord::keep(const SkinWeights& weights, unsigned vertex) {
     assert(vertex < weights.vertexCount());
     if (m_seen.size() < weights.vertexCount())
@@ -13,24 +22,24 @@ void VertexWeightRecord::keep(const SkinWeights& weights, unsigned vertex) {
     m_seen[vertex] = true;
     unsigned slot = size();
     m_vertices.push_back(vertex);
-    m_kept.setVertexCount(slot + 1);
-    m_kept.assign(slot, weights.influences(vertex), weights.weights(vertex),
-                  weights.entryCount(vertex));
+    m_before.setVertexCount(slot + 1);
+    copyVertex(weights, vertex, m_before, slot);
 }
 
-void VertexWeightRecord::swap(SkinWeights& weights) {
-    std::vector<SkinWeights::Influence> influences;
-    std::vector<double> values;
+void VertexWeightRecord::restoreBefore(SkinWeights& weights) {
+    m_after.setVertexCount(size());
     for (unsigned slot = 0; slot < size(); ++slot) {
-        unsigned vertex = m_vertices[slot];
-        assert(vertex < weights.vertexCount());
-        unsigned count = weights.entryCount(vertex);
-        influences.assign(weights.influences(vertex), weights.influences(vertex) + count);
-        values.assign(weights.weights(vertex), weights.weights(vertex) + count);
-        weights.assign(vertex, m_kept.influences(slot), m_kept.weights(slot),
-                       m_kept.entryCount(slot));
-        m_kept.assign(slot, influences.data(), values.data(), count);
+        assert(m_vertices[slot] < weights.vertexCount());
+        copyVertex(weights, m_vertices[slot], m_after, slot);
+        copyVertex(m_before, slot, weights, m_vertices[slot]);
     }
+}
+
+void VertexWeightRecord::restoreAfter(SkinWeights& weights) {
+    if (m_after.vertexCount() != size())
+        return;
+    for (unsigned slot = 0; slot < size(); ++slot)
+        copyVertex(m_after, slot, weights, m_vertices[slot]);
 }
 
 } // namespace runtime

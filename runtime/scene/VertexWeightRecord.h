@@ -1,12 +1,13 @@
-// VertexWeightRecord: the weights that some vertices of a skin cluster had before an edit,
-// kept so that the edit can be undone and redone bit for bit.
+// VertexWeightRecord: the weights that some vertices of a skin cluster had before an edit and
+// after it, so that the edit can be undone and redone bit for bit.
 //
 // An edit calls keep() for each vertex before it changes it; only the first call for a vertex
-// stores anything, so a vertex changed several times is kept as it was at the start. After the
-// edit, swap() exchanges the kept weights with the cluster's current ones: the first swap
-// undoes the edit, the next one redoes it, and so on. The record stores only the kept
-// vertices' non-zero weights (SkinWeights) and their indices. A vertex index beyond the
-// weights is a programming error.
+// stores anything, so a vertex changed several times is kept as it was at the start.
+// restoreBefore() reads the kept vertices' current weights as the "after" state and writes
+// back the kept ones; restoreAfter() writes the "after" state again. Both set absolute
+// states, so calling restoreBefore() twice in a row still ends at the state before the edit.
+// The record stores only the kept vertices' non-zero weights (SkinWeights) and their
+// indices. A vertex index beyond the weights is a programming error.
 #pragma once
 
 #include "scene/SkinWeights.h"
@@ -23,12 +24,14 @@ public:
     // The kept vertices, in the order they were first kept.
     const std::vector<unsigned>& vertices() const { return m_vertices; }
 
-    void swap(SkinWeights& weights);
+    void restoreBefore(SkinWeights& weights);
+    void restoreAfter(SkinWeights& weights);
 
 private:
     std::vector<unsigned> m_vertices;
     std::vector<bool> m_seen;
-    SkinWeights m_kept;
+    SkinWeights m_before;
+    SkinWeights m_after;
 };
 
 } // namespace runtime

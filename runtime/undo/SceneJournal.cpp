@@ -126,14 +126,14 @@ struct SceneJournal::SelectionStep : Step {
 struct SceneJournal::WeightsStep : Step {
     NodePtr cluster;
     VertexWeightRecord record;
-    void swap(Scene& scene) {
+    void restore(Scene& scene, void (VertexWeightRecord::*state)(SkinWeights&)) {
         if (record.empty() || !cluster->isAlive() || !cluster->skinCluster())
             return;
-        record.swap(cluster->skinCluster()->weights());
+        (record.*state)(cluster->skinCluster()->weights());
         scene.notify({SceneChange::kWeightsChanged, {cluster}, Plug()});
     }
-    void undo(Scene& scene) override { swap(scene); }
-    void redo(Scene& scene) override { swap(scene); }
+    void undo(Scene& scene) override { restore(scene, &VertexWeightRecord::restoreBefore); }
+    void redo(Scene& scene) override { restore(scene, &VertexWeightRecord::restoreAfter); }
     bool empty() const override { return record.empty(); }
 };
 

@@ -5,9 +5,15 @@
 // step only when the change succeeded; a change made by other code is recorded with the
 // keep... and ...Created calls around it. undo() takes the steps back in reverse order and
 // redo() makes them again in order. Both bring back the very same node objects, values,
-// connections and weights (bit for bit), so handles held elsewhere stay valid. They rely on
-// the scene being as the command, or the last redo, left it, which the undo queue
-// guarantees; a step that finds otherwise changes what it can and goes on.
+// connections and weights (bit for bit), so handles held elsewhere stay valid.
+//
+// Each step sets an absolute state rather than toggling: undo() writes the state from before
+// the step, redo() the one after it. That matters when the journal belongs to a command that
+// ran inside another one: the undo queue then may undo it, let the outer command redo by
+// running its commands anew, and undo it again. Values, weights, the selection, names and
+// places come back right in that case; nodes and attributes that the new run created are
+// new objects this journal does not know, and stay. A step that finds the scene otherwise
+// than it left it changes what it can and goes on.
 //
 // Steps on the active selection fire "SelectionChanged" once when they change it, and not at
 // all when it is already as it should be.
@@ -66,7 +72,7 @@ public:
     void keepSelection();
 
     // The record that keeps the cluster's vertices before they change: call keep() on it
-    // before each change. The journal swaps it on undo and redo, and notifies the scene.
+    // before each change. The journal restores it on undo and redo, and notifies the scene.
     VertexWeightRecord& keepWeights(Node& cluster);
 
     void undo();
