@@ -22,6 +22,8 @@ namespace {
 // Below this many vertices per thread, starting threads costs more than it saves.
 constexpr size_t kVerticesPerThread = 20000;
 constexpr unsigned kMaxThreads = 8;
+// Weights per changed vertex that the change buffers make room for at first.
+constexpr size_t kExpectedWeights = 8;
 
 // The vertices one share of a pass changes, with their new weights one after the other.
 struct PassChanges {
@@ -51,6 +53,12 @@ public:
 
     void run(const unsigned* first, const unsigned* last, PassChanges& changes) {
         changes.clear();
+        // Room for every vertex to change with as many weights as its neighbours bring.
+        size_t count = static_cast<size_t>(last - first);
+        changes.vertices.reserve(count);
+        changes.ends.reserve(count);
+        changes.influences.reserve(count * kExpectedWeights);
+        changes.weights.reserve(count * kExpectedWeights);
         for (const unsigned* vertex = first; vertex != last; ++vertex) {
             if (!smooth(*vertex))
                 continue;

@@ -27,16 +27,20 @@ void VertexWeightRecord::keep(const SkinWeights& weights, unsigned vertex) {
 }
 
 void VertexWeightRecord::restoreBefore(SkinWeights& weights) {
-    m_after.setVertexCount(size());
+    bool firstTime = !m_hasAfter;
+    m_hasAfter = true;
+    if (firstTime)
+        m_after.setVertexCount(size());
     for (unsigned slot = 0; slot < size(); ++slot) {
         assert(m_vertices[slot] < weights.vertexCount());
-        copyVertex(weights, m_vertices[slot], m_after, slot);
+        if (firstTime)
+            copyVertex(weights, m_vertices[slot], m_after, slot);
         copyVertex(m_before, slot, weights, m_vertices[slot]);
     }
 }
 
 void VertexWeightRecord::restoreAfter(SkinWeights& weights) {
-    if (m_after.vertexCount() != size())
+    if (!m_hasAfter)
         return;
     for (unsigned slot = 0; slot < size(); ++slot)
         copyVertex(m_after, slot, weights, m_vertices[slot]);

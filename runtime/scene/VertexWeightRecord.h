@@ -2,12 +2,14 @@
 // after it, so that the edit can be undone and redone bit for bit.
 //
 // An edit calls keep() for each vertex before it changes it; only the first call for a vertex
-// stores anything, so a vertex changed several times is kept as it was at the start.
-// restoreBefore() reads the kept vertices' current weights as the "after" state and writes
-// back the kept ones; restoreAfter() writes the "after" state again. Both set absolute
-// states, so calling restoreBefore() twice in a row still ends at the state before the edit.
-// The record stores only the kept vertices' non-zero weights (SkinWeights) and their
-// indices. A vertex index beyond the weights is a programming error.
+// stores anything, so a vertex changed several times is kept as it was at the start. Once the
+// edit is done, restoreBefore() writes the kept weights back, after reading the kept
+// vertices' current weights as the state after the edit (the first time only: later calls
+// find the scene as the edit left it, or as a new run of the same edit left it).
+// restoreAfter() writes that state again. Both set absolute states, so restoreBefore() twice
+// in a row still ends at the state before the edit. The record stores only the kept vertices'
+// non-zero weights (SkinWeights) and their indices. A vertex index beyond the weights is a
+// programming error.
 #pragma once
 
 #include "scene/SkinWeights.h"
@@ -32,6 +34,7 @@ private:
     std::vector<bool> m_seen;
     SkinWeights m_before;
     SkinWeights m_after;
+    bool m_hasAfter = false;
 };
 
 } // namespace runtime

@@ -40,15 +40,20 @@ struct SceneJournal::Step {
     virtual bool empty() const { return false; }
 };
 
-// The state after the change is read when it is undone: steps are undone in reverse order,
-// so the scene is then as the change left it.
+// The state after a change is read when it is first undone: steps are undone in reverse
+// order, so the scene is then as the change left it.
 struct SceneJournal::ValueStep : Step {
-    ValueSnapshot before, after;
+    ValueSnapshot before;
+    std::unique_ptr<ValueSnapshot> after;
     void undo(Scene& scene) override {
-        after = scene.snapshot(before.plug);
+        if (!after)
+            after = std::make_unique<ValueSnapshot>(scene.snapshot(before.plug));
         scene.restoreSnapshot(before);
     }
-    void redo(Scene& scene) override { scene.restoreSnapshot(after); }
+    void redo(Scene& scene) override {
+        if (after)
+            scene.restoreSnapshot(*after);
+    }
 };
 
 struct SceneJournal::ConnectionStep : Step {
@@ -115,12 +120,17 @@ struct SceneJournal::AttributeStep : Step {
 };
 
 struct SceneJournal::SelectionStep : Step {
-    HSelectionList before, after;
+    HSelectionList before;
+    std::unique_ptr<HSelectionList> after;
     void undo(Scene&) override {
-        after = selection().active();
+        if (!after)
+            after = std::make_unique<HSelectionList>(selection().active());
         makeActiveSelection(before);
     }
-    void redo(Scene&) override { makeActiveSelection(after); }
+    void redo(Scene&) override {
+        if (after)
+            makeActiveSelection(*after);
+    }
 };
 
 struct SceneJournal::WeightsStep : Step {
