@@ -140,46 +140,53 @@ HStatus findEnds(const char* command, const HArgParser& parser, runtime::Plug& s
     return status ? status : reportFailure(command, status);
 }
 
-class ConnectAttrCommand : public runtime::SceneEditCommand {
-public:
-    static HSyntax createSyntax() {
-        HSyntax syntax;
-        syntax.addFlag("-f", "-force");
-        return syntax;
-    }
+HStatus connect(runtime::SceneJournal& journal, const HArgParser& parser,
+                const runtime::Plug& source, const runtime::Plug& destination) {
+    return journal.connect(source, destination, parser.isFlagSet("force"));
+}
 
+HStatus disconnect(runtime::SceneJournal& journal, const HArgParser&, const runtime::Plug& source,
+                   const runtime::Plug& destination) {
+    return journal.disconnect(source, destination);
+}
+
+using ConnectionChange = HStatus (*)(runtime::SceneJournal&, const HArgParser&,
+                                     const runtime::Plug&, const runtime::Plug&);
+
+// connectAttr (with -f) and disconnectAttr: the same two plugs, another change.
+template <const char* Name, ConnectionChange Change>
+class ConnectionCommand : public runtime::SceneEditCommand {
+public:
     HStatus doIt(const HArgList& args) override {
         HArgParser parser(syntax(), args);
         runtime::Plug source, destination;
-        HStatus status = findEnds("connectAttr", parser, source, destination);
+        HStatus status = findEnds(Name, parser, source, destination);
         if (!status)
             return status;
-        status = m_journal.connect(source, destination, parser.isFlagSet("force"));
-        return status ? status : reportFailure("connectAttr", status);
+        status = Change(m_journal, parser, source, destination);
+        return status ? status : reportFailure(Name, status);
     }
 };
 
-class DisconnectAttrCommand : public runtime::SceneEditCommand {
-public:
-    static HSyntax createSyntax() { return HSyntax(); }
+HSyntax connectSyntax() {
+    HSyntax syntax;
+    syntax.addFlag("-f", "-force");
+    return syntax;
+}
 
-    HStatus doIt(const HArgList& args) override {
-        HArgParser parser(syntax(), args);
-        runtime::Plug source, destination;
-        HStatus status = findEnds("disconnectAttr", parser, source, destination);
-        if (!status)
-            return status;
-        status = m_journal.disconnect(source, destination);
-        return status ? status : reportFailure("disconnectAttr", status);
-    }
-};
+HSyntax disconnectSyntax() {
+    return HSyntax();
+}
+
+constexpr char kConnectAttr[] = "connectAttr";
+constexpr char kDisconnectAttr[] = "disconnectAttr";
 
 const bool addRegistered = runtime::registerBuiltInCommand(
     "addAttr", runtime::createCommand<AddAttrCommand>, &AddAttrCommand::createSyntax);
 const bool connectRegistered = runtime::registerBuiltInCommand(
-    "connectAttr", runtime::createCommand<ConnectAttrCommand>, &ConnectAttrCommand::createSyntax);
-const bool disconnectRegistered =
-    runtime::registerBuiltInCommand("disconnectAttr", runtime::createCommand<DisconnectAttrCommand>,
-                                    &DisconnectAttrCommand::createSyntax);
+    kConnectAttr, runtime::createCommand<ConnectionCommand<kConnectAttr, connect>>, connectSyntax);
+const bool disconnectRegistered = runtime::registerBuiltInCommand(
+    kDisconnectAttr, runtime::createCommand<ConnectionCommand<kDisconnectAttr, disconnect>>,
+    disconnectSyntax);
 
 } // namespace

@@ -13,46 +13,38 @@
 #include "lang/BuiltInCommand.h"
 #include "scene/MeshPrimitives.h"
 
+#include <vector>
+
 namespace {
 
 using runtime::MeshGeometry;
 
-void addSize(HSyntax& syntax, const char* shortName, const char* longName) {
-    syntax.addFlag(shortName, longName, HSyntax::kDouble);
+// One flag of a primitive: a size (double) or a number of subdivisions (int) of its parameters.
+struct Field {
+    const char* shortName;
+    const char* longName;
+    double* size;
+    int* count;
+};
+
+Field size(const char* shortName, const char* longName, double& value) {
+    return {shortName, longName, &value, nullptr};
 }
 
-void addSubdivisions(HSyntax& syntax, const char* axes) {
-    for (const char* axis = axes; *axis; ++axis) {
-        std::string shortName = std::string("-s") + char(*axis + ('a' - 'A'));
-        std::string longName = std::string("-subdivisions") + *axis;
-        syntax.addFlag(shortName.c_str(), longName.c_str(), HSyntax::kLong);
-    }
-}
-
-void read(const HArgParser& parser, const char* flag, double& value) {
-    if (parser.isFlagSet(flag))
-        value = parser.flagArgumentDouble(flag, 0);
-}
-
-void read(const HArgParser& parser, const char* flag, int& value) {
-    if (parser.isFlagSet(flag))
-        value = parser.flagArgumentInt(flag, 0);
+Field subdivisions(const char* shortName, const char* longName, int& value) {
+    return {shortName, longName, nullptr, &value};
 }
 
 struct Plane {
     static constexpr const char* kCommand = "polyPlane";
     static constexpr const char* kStem = "plane";
-    static void addFlags(HSyntax& syntax) {
-        addSize(syntax, "-w", "-width");
-        addSize(syntax, "-h", "-height");
-        addSubdivisions(syntax, "XY");
+    using Parameters = runtime::PlaneParameters;
+    static std::vector<Field> fields(Parameters& p) {
+        return {size("-w", "-width", p.width), size("-h", "-height", p.height),
+                subdivisions("-sx", "-subdivisionsX", p.subdivisionsX),
+                subdivisions("-sy", "-subdivisionsY", p.subdivisionsY)};
     }
-    static HStatus build(const HArgParser& parser, MeshGeometry& geometry) {
-        runtime::PlaneParameters p;
-        read(parser, "width", p.width);
-        read(parser, "height", p.height);
-        read(parser, "subdivisionsX", p.subdivisionsX);
-        read(parser, "subdivisionsY", p.subdivisionsY);
+    static HStatus make(const Parameters& p, MeshGeometry& geometry) {
         return runtime::makePlane(p, geometry);
     }
 };
@@ -60,20 +52,16 @@ struct Plane {
 struct Cube {
     static constexpr const char* kCommand = "polyCube";
     static constexpr const char* kStem = "cube";
-    static void addFlags(HSyntax& syntax) {
-        addSize(syntax, "-w", "-width");
-        addSize(syntax, "-h", "-height");
-        addSize(syntax, "-d", "-depth");
-        addSubdivisions(syntax, "XYZ");
+    using Parameters = runtime::CubeParameters;
+    static std::vector<Field> fields(Parameters& p) {
+        return {size("-w", "-width", p.width),
+                size("-h", "-height", p.height),
+                size("-d", "-depth", p.depth),
+                subdivisions("-sx", "-subdivisionsX", p.subdivisionsX),
+                subdivisions("-sy", "-subdivisionsY", p.subdivisionsY),
+                subdivisions("-sz", "-subdivisionsZ", p.subdivisionsZ)};
     }
-    static HStatus build(const HArgParser& parser, MeshGeometry& geometry) {
-        runtime::CubeParameters p;
-        read(parser, "width", p.width);
-        read(parser, "height", p.height);
-        read(parser, "depth", p.depth);
-        read(parser, "subdivisionsX", p.subdivisionsX);
-        read(parser, "subdivisionsY", p.subdivisionsY);
-        read(parser, "subdivisionsZ", p.subdivisionsZ);
+    static HStatus make(const Parameters& p, MeshGeometry& geometry) {
         return runtime::makeCube(p, geometry);
     }
 };
@@ -81,17 +69,13 @@ struct Cube {
 struct Cylinder {
     static constexpr const char* kCommand = "polyCylinder";
     static constexpr const char* kStem = "cylinder";
-    static void addFlags(HSyntax& syntax) {
-        addSize(syntax, "-r", "-radius");
-        addSize(syntax, "-h", "-height");
-        addSubdivisions(syntax, "XY");
+    using Parameters = runtime::CylinderParameters;
+    static std::vector<Field> fields(Parameters& p) {
+        return {size("-r", "-radius", p.radius), size("-h", "-height", p.height),
+                subdivisions("-sx", "-subdivisionsX", p.subdivisionsAround),
+                subdivisions("-sy", "-subdivisionsY", p.subdivisionsHeight)};
     }
-    static HStatus build(const HArgParser& parser, MeshGeometry& geometry) {
-        runtime::CylinderParameters p;
-        read(parser, "radius", p.radius);
-        read(parser, "height", p.height);
-        read(parser, "subdivisionsX", p.subdivisionsAround);
-        read(parser, "subdivisionsY", p.subdivisionsHeight);
+    static HStatus make(const Parameters& p, MeshGeometry& geometry) {
         return runtime::makeCylinder(p, geometry);
     }
 };
@@ -99,15 +83,13 @@ struct Cylinder {
 struct Sphere {
     static constexpr const char* kCommand = "polySphere";
     static constexpr const char* kStem = "sphere";
-    static void addFlags(HSyntax& syntax) {
-        addSize(syntax, "-r", "-radius");
-        addSubdivisions(syntax, "XY");
+    using Parameters = runtime::SphereParameters;
+    static std::vector<Field> fields(Parameters& p) {
+        return {size("-r", "-radius", p.radius),
+                subdivisions("-sx", "-subdivisionsX", p.subdivisionsAround),
+                subdivisions("-sy", "-subdivisionsY", p.subdivisionsHeight)};
     }
-    static HStatus build(const HArgParser& parser, MeshGeometry& geometry) {
-        runtime::SphereParameters p;
-        read(parser, "radius", p.radius);
-        read(parser, "subdivisionsX", p.subdivisionsAround);
-        read(parser, "subdivisionsY", p.subdivisionsHeight);
+    static HStatus make(const Parameters& p, MeshGeometry& geometry) {
         return runtime::makeSphere(p, geometry);
     }
 };
@@ -117,7 +99,10 @@ public:
     static HSyntax createSyntax() {
         HSyntax syntax;
         syntax.addFlag("-n", "-name", HSyntax::kString);
-        Shape::addFlags(syntax);
+        typename Shape::Parameters parameters;
+        for (const Field& field : Shape::fields(parameters))
+            syntax.addFlag(field.shortName, field.longName,
+                           field.size ? HSyntax::kDouble : HSyntax::kLong);
         return syntax;
     }
 
@@ -125,8 +110,17 @@ public:
         HArgParser parser(syntax(), args);
         if (runtime::commandObjects(parser).length() > 0)
             return runtime::reportFailure(Shape::kCommand, "It takes no objects, only its flags.");
+        typename Shape::Parameters parameters;
+        for (const Field& field : Shape::fields(parameters)) {
+            if (!parser.isFlagSet(field.longName))
+                continue;
+            if (field.size)
+                *field.size = parser.flagArgumentDouble(field.longName, 0);
+            else
+                *field.count = parser.flagArgumentInt(field.longName, 0);
+        }
         MeshGeometry geometry;
-        HStatus status = Shape::build(parser, geometry);
+        HStatus status = Shape::make(parameters, geometry);
         if (!status)
             return runtime::reportFailure(Shape::kCommand, status);
         std::string name = parser.isFlagSet("name") ? parser.flagArgumentString("name", 0).str()

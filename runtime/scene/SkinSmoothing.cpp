@@ -135,17 +135,7 @@ private:
         std::sort(
             m_entries.begin(), m_entries.end(),
             [](const WeightEntry& a, const WeightEntry& b) { return a.influence < b.influence; });
-        return !unchanged(vertex);
-    }
-
-    bool unchanged(unsigned vertex) const {
-        if (m_entries.size() != m_weights.entryCount(vertex))
-            return false;
-        for (size_t i = 0; i < m_entries.size(); ++i)
-            if (m_entries[i].influence != m_weights.influences(vertex)[i] ||
-                m_entries[i].weight != m_weights.weights(vertex)[i])
-                return false;
-        return true;
+        return !holdsEntries(m_weights, vertex, m_entries);
     }
 
     const SkinWeights& m_weights;

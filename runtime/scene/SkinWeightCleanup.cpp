@@ -25,16 +25,6 @@ void dropZeros(VertexEntries& entries) {
                   entries.end());
 }
 
-bool sameEntries(const VertexEntries& entries, const SkinWeights& weights, unsigned vertex) {
-    if (entries.size() != weights.entryCount(vertex))
-        return false;
-    for (size_t i = 0; i < entries.size(); ++i)
-        if (entries[i].influence != weights.influences(vertex)[i] ||
-            entries[i].weight != weights.weights(vertex)[i])
-            return false;
-    return true;
-}
-
 using VertexEdit = std::function<bool(VertexEntries&, const std::vector<char>&)>;
 
 // Runs edit on each listed vertex that is not locked; stores the result where edit says so
@@ -66,7 +56,7 @@ HStatus editVertices(Scene& scene, Node& cluster, const std::vector<int>* vertic
         std::sort(entries.begin(), entries.end(), [](const WeightEntry& a, const WeightEntry& b) {
             return a.influence < b.influence;
         });
-        if (sameEntries(entries, weights, vertex))
+        if (holdsEntries(weights, vertex, entries))
             continue;
         if (record)
             record->keep(weights, vertex);
@@ -84,6 +74,16 @@ HStatus editVertices(Scene& scene, Node& cluster, const std::vector<int>* vertic
 }
 
 } // namespace
+
+bool holdsEntries(const SkinWeights& weights, unsigned vertex, const VertexEntries& entries) {
+    if (entries.size() != weights.entryCount(vertex))
+        return false;
+    for (size_t i = 0; i < entries.size(); ++i)
+        if (entries[i].influence != weights.influences(vertex)[i] ||
+            entries[i].weight != weights.weights(vertex)[i])
+            return false;
+    return true;
+}
 
 bool normaliseUnlocked(VertexEntries& entries, const std::vector<char>& locks) {
     double lockedSum = 0.0, unlockedSum = 0.0;

@@ -18,6 +18,7 @@ namespace runtime {
 
 class Node;
 class Scene;
+class SkinWeights;
 class VertexWeightRecord;
 
 struct WeightEntry {
@@ -25,6 +26,9 @@ struct WeightEntry {
     double weight;
 };
 using VertexEntries = std::vector<WeightEntry>;
+
+// Whether the vertex holds exactly these weights; entries sorted by influence.
+bool holdsEntries(const SkinWeights& weights, unsigned vertex, const VertexEntries& entries);
 
 // locks: one entry per influence, non-zero where locked (influenceLocks()).
 // False, changing nothing, when the unlocked influences hold no weight but the locked ones

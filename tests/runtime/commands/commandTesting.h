@@ -83,6 +83,12 @@ inline Texts texts(const HStringArray& array) {
     return result;
 }
 
+inline void expectPoint(const HPoint& actual, double x, double y, double z) {
+    EXPECT_NEAR(actual.x, x, 1e-12);
+    EXPECT_NEAR(actual.y, y, 1e-12);
+    EXPECT_NEAR(actual.z, z, 1e-12);
+}
+
 inline Texts selectionTexts() {
     return runtime::itemTexts(runtime::scene(), HApiAccess::items(runtime::selection().active()));
 }

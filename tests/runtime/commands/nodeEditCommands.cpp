@@ -6,6 +6,7 @@
 
 #include <cmath>
 
+using commandtest::expectPoint;
 using commandtest::expectUndoAndRedoExact;
 using commandtest::run;
 using commandtest::selectionTexts;
@@ -20,12 +21,6 @@ protected:
         return runtime::worldPosition(*scene().findNode(name));
     }
 };
-
-void expectNear(const HPoint& a, const HPoint& b) {
-    EXPECT_NEAR(a.x, b.x, 1e-12);
-    EXPECT_NEAR(a.y, b.y, 1e-12);
-    EXPECT_NEAR(a.z, b.z, 1e-12);
-}
 
 } // namespace
 
@@ -89,10 +84,10 @@ TEST_F(NodeEdits, ParentKeepsTheWorldPlaceUnlessRelative) {
 
     ASSERT_TRUE(run("parent -w item"));
     EXPECT_EQ(scene().findNode("item")->fullPathName(), "|item");
-    expectNear(worldPositionOf("item"), HPoint(5, 0, 0));
+    expectPoint(worldPositionOf("item"), 5, 0, 0);
 
     ASSERT_TRUE(run("parent -r item group"));
-    expectNear(worldPositionOf("item"), HPoint(1, 2, 3 - 10));
+    expectPoint(worldPositionOf("item"), 1, 2, 3 - 10);
     expectUndoAndRedoExact("parent -w item");
 }
 

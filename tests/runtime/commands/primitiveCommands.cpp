@@ -7,6 +7,7 @@
 
 #include <algorithm>
 
+using commandtest::expectPoint;
 using commandtest::expectUndoAndRedoExact;
 using commandtest::run;
 using commandtest::selectionTexts;
@@ -32,12 +33,6 @@ protected:
         return most;
     }
 };
-
-void expectPoint(const HPoint& actual, double x, double y, double z) {
-    EXPECT_NEAR(actual.x, x, 1e-12);
-    EXPECT_NEAR(actual.y, y, 1e-12);
-    EXPECT_NEAR(actual.z, z, 1e-12);
-}
 
 } // namespace
 
