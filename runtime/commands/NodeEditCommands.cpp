@@ -168,6 +168,9 @@ public:
 
 private:
     HStatus move(runtime::Node& child, runtime::Node* parent, bool keepWorldPlace) {
+        // Already there: it keeps its place among its siblings.
+        if (child.isAlive() && child.isDag() && child.parent() == parent)
+            return HS::kSuccess;
         runtime::Matrix before =
             child.parent() ? runtime::worldMatrix(*child.parent()) : runtime::Matrix::identity();
         runtime::Matrix world = runtime::worldMatrix(child);

@@ -96,6 +96,11 @@ TEST_F(NodeEdits, ParentUsesTheSelectionAndItsLastObjectIsTheParent) {
                     "createNode transform -n group; select a b group; parent"));
     EXPECT_EQ(scene().findNode("a")->fullPathName(), "|group|a");
     EXPECT_EQ(scene().findNode("b")->fullPathName(), "|group|b");
+    // A child already under the parent keeps its place among its siblings.
+    unsigned entries = runtime::host().get<runtime::UndoQueue>().undoCount();
+    ASSERT_TRUE(run("parent a group"));
+    EXPECT_EQ(scene().childPosition(*scene().findNode("a")), 0u);
+    EXPECT_EQ(runtime::host().get<runtime::UndoQueue>().undoCount(), entries);
 }
 
 TEST_F(NodeEdits, FailuresNameTheCommandAndTheProblem) {
