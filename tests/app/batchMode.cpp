@@ -26,6 +26,23 @@ TEST(BatchMode, ExitsZeroAndPrintsEchoesAndMessagesWhenEverythingSucceeds) {
     EXPECT_TRUE(run.err.isEmpty()) << run.err.join('\n').toStdString();
 }
 
+TEST(BatchMode, ResultsArePrintedOnlyThroughPrint) {
+    appfixture::HostRun run =
+        runHost({"--batch", "--no-plugin", "-c", "polyCube -n box; print `ls -sl`"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.out, (QStringList{"polyCube -n box", "print `ls -sl`", "box"}));
+}
+
+TEST(BatchMode, TheSampleScriptBuildsASkinnedMeshAndSelectsIt) {
+    appfixture::HostRun run =
+        runHost({"--batch", "--no-plugin", "-s", VOREL_SAMPLES_DIR "/skinned-cylinder.cmd", "-c",
+                 "print `ls -sl`; print `skinCluster -q -influence bodySkin`"});
+    EXPECT_EQ(run.exitCode, 0) << run.err.join('\n').toStdString();
+    EXPECT_EQ(run.out.mid(run.out.size() - 4),
+              (QStringList{"print `ls -sl`", "body", "print `skinCluster -q -influence bodySkin`",
+                           "hip knee ankle"}));
+}
+
 TEST(BatchMode, AFailingStatementStopsEverythingAndExitsOne) {
     appfixture::HostRun run = runHost(
         {"--batch", "--no-plugin", "-c", "print one; nothere 1; print two", "-c", "print three"});
