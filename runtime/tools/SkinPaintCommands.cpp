@@ -25,52 +25,54 @@ HStatus invalid(const HString& message) {
     return HStatus(HS::kInvalidParameter, message);
 }
 
+// A command of the form NAME CONTEXT VALUE that sets one paint setting from VALUE.
+using SettingFunction = HStatus (*)(const HString& value);
+
+template <const char* const* Name, const char* const* ValueName, SettingFunction Set>
+class PaintSettingCommand : public HPxCommand {
+public:
+    HStatus doIt(const HArgList& args) override {
+        HStatus status =
+            args.length() == 2
+                ? ToolContexts::expectSkinPaintContext(args.asString(0))
+                : invalid(HString("Give the skin paint context and ") + *ValueName + ".");
+        if (status)
+            status = Set(args.asString(1));
+        return commandFailure(*Name, status);
+    }
+};
+
+HStatus setOperation(const HString& name) {
+    runtime::PaintOperation operation;
+    if (!runtime::paintOperationFromName(name, operation))
+        return invalid("Unknown paint operation \"" + name +
+                       "\"; use Replace, Add, Scale or Smooth.");
+    runtime::toolContexts().skinPaint().operation = operation;
+    return HS::kSuccess;
+}
+
+HStatus setInfluence(const HString& name) {
+    HStatus status;
+    runtime::NodePtr joint = runtime::scene().findNode(name.str(), &status);
+    if (!joint)
+        return status;
+    if (!joint->hasFn(HFn::kTransform))
+        return invalid("\"" + name + "\" is not a joint.");
+    runtime::toolContexts().skinPaint().influence = joint;
+    return HS::kSuccess;
+}
+
+const char* const kOperationCommand = "pntAttrPaintOperation";
+const char* const kOperationValue = "an operation";
+const char* const kInfluenceCommand = "pntSkinSelectInfluence";
+const char* const kInfluenceValue = "a joint";
+
 // pntAttrPaintOperation CONTEXT OPERATION
-class PaintOperationCommand : public HPxCommand {
-public:
-    HStatus doIt(const HArgList& args) override {
-        return commandFailure("pntAttrPaintOperation", apply(args));
-    }
-
-private:
-    static HStatus apply(const HArgList& args) {
-        if (args.length() != 2)
-            return invalid("Give the skin paint context and an operation.");
-        HStatus status = ToolContexts::expectSkinPaintContext(args.asString(0));
-        if (!status)
-            return status;
-        runtime::PaintOperation operation;
-        if (!runtime::paintOperationFromName(args.asString(1), operation))
-            return invalid("Unknown paint operation \"" + args.asString(1) +
-                           "\"; use Replace, Add, Scale or Smooth.");
-        runtime::toolContexts().skinPaint().operation = operation;
-        return HS::kSuccess;
-    }
-};
-
+using PaintOperationCommand =
+    PaintSettingCommand<&kOperationCommand, &kOperationValue, setOperation>;
 // pntSkinSelectInfluence CONTEXT JOINT
-class SelectInfluenceCommand : public HPxCommand {
-public:
-    HStatus doIt(const HArgList& args) override {
-        return commandFailure("pntSkinSelectInfluence", apply(args));
-    }
-
-private:
-    static HStatus apply(const HArgList& args) {
-        if (args.length() != 2)
-            return invalid("Give the skin paint context and a joint.");
-        HStatus status = ToolContexts::expectSkinPaintContext(args.asString(0));
-        if (!status)
-            return status;
-        runtime::NodePtr joint = runtime::scene().findNode(args.asString(1).str(), &status);
-        if (!joint)
-            return status;
-        if (!joint->hasFn(HFn::kTransform))
-            return invalid("\"" + args.asString(1) + "\" is not a joint.");
-        runtime::toolContexts().skinPaint().influence = joint;
-        return HS::kSuccess;
-    }
-};
+using SelectInfluenceCommand =
+    PaintSettingCommand<&kInfluenceCommand, &kInfluenceValue, setInfluence>;
 
 // pntAttrSkinPaintCtx -e [-skinPaintMode 0|1] [-opacity V] [-clear] CONTEXT, or -q with one of
 // -skinPaintMode, -opacity, -influence.
@@ -200,9 +202,9 @@ private:
 };
 
 const bool registered =
-    runtime::registerBuiltInCommand("pntAttrPaintOperation",
+    runtime::registerBuiltInCommand(kOperationCommand,
                                     runtime::createCommand<PaintOperationCommand>, noFlags) &&
-    runtime::registerBuiltInCommand("pntSkinSelectInfluence",
+    runtime::registerBuiltInCommand(kInfluenceCommand,
                                     runtime::createCommand<SelectInfluenceCommand>, noFlags) &&
     runtime::registerBuiltInCommand(ToolContexts::kSkinPaintCommand,
                                     runtime::createCommand<SkinPaintContextCommand>,

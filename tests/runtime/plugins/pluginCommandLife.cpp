@@ -48,8 +48,9 @@ protected:
         HGlobal::executeCommand("unloadPlugin sampleCommands");
     }
 
-    double value(const char* attribute) const {
-        return runtime::doubleValue(*m_box, attribute, -1.0);
+    void expectBoxAt(double x, double y) const {
+        EXPECT_EQ(runtime::doubleValue(*m_box, "translateX", -1.0), x);
+        EXPECT_EQ(runtime::doubleValue(*m_box, "translateY", -1.0), y);
     }
 
     static int count(const std::vector<std::string>& lines, const std::string& text) {
@@ -61,22 +62,17 @@ protected:
 
 TEST_F(PluginCommandLife, OneUndoRevertsTheCommandAndWhatItsDoItRan) {
     ASSERT_TRUE(HGlobal::executeCommand("sampleNest box 2.5", false, true));
-    EXPECT_EQ(value("translateX"), 2.5);
-    EXPECT_EQ(value("translateY"), 2.5);
+    expectBoxAt(2.5, 2.5);
     EXPECT_EQ(undoQueue().undoCount(), 1u);
-
     ASSERT_TRUE(HGlobal::executeCommand("undo"));
-    EXPECT_EQ(value("translateX"), 0.0);
-    EXPECT_EQ(value("translateY"), 0.0);
+    expectBoxAt(0.0, 0.0);
 
     // Redo runs the nested store again from redoIt, unrecorded: still one entry.
     ASSERT_TRUE(HGlobal::executeCommand("redo"));
-    EXPECT_EQ(value("translateX"), 2.5);
-    EXPECT_EQ(value("translateY"), 2.5);
+    expectBoxAt(2.5, 2.5);
     EXPECT_EQ(undoQueue().undoCount(), 1u);
     ASSERT_TRUE(HGlobal::executeCommand("undo"));
-    EXPECT_EQ(value("translateX"), 0.0);
-    EXPECT_EQ(value("translateY"), 0.0);
+    expectBoxAt(0.0, 0.0);
 }
 
 TEST_F(PluginCommandLife, UnloadDeletesEveryKeptObjectOnceAndKeepsOtherEntries) {
