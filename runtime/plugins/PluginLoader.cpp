@@ -60,15 +60,10 @@ PluginLoader::~PluginLoader() = default;
 
 void PluginLoader::shutDown() {
     while (!m_loaded.empty()) {
-        std::unique_ptr<Loaded> last = std::move(m_loaded.back());
-        m_loaded.pop_back();
-        m_undoQueue.dropOwner(last->data->name());
-        HStatus status = callEntryPoint(last->uninitializePlugin, last->data, "uninitializePlugin");
         // The host stops either way; the plug-in's code goes with it.
+        HStatus status = stop(*m_loaded.back(), false);
         if (!status)
-            HGlobal::displayError(
-                cannotUnload(last->data->name(), failedEntryPoint("uninitializePlugin", status)));
-        close(std::move(last));
+            HGlobal::displayError(status.errorString());
     }
 }
 
@@ -92,11 +87,7 @@ HStatus PluginLoader::load(const std::string& nameOrPath, std::string* name) {
     m_loaded.push_back(std::move(loaded));
     status = initialize(*plugin);
     if (!status) {
-        auto it = std::find_if(m_loaded.begin(), m_loaded.end(),
-                               [&](const std::unique_ptr<Loaded>& l) { return l.get() == plugin; });
-        std::unique_ptr<Loaded> failed = std::move(*it);
-        m_loaded.erase(it);
-        close(std::move(failed));
+        close(takeOut(*plugin));
         return failure(cannotLoad(nameOrPath, status.errorString().str()));
     }
     if (name)
@@ -156,6 +147,15 @@ HStatus PluginLoader::callEntryPoint(EntryPoint entryPoint, const std::shared_pt
     }
 }
 
+std::unique_ptr<PluginLoader::Loaded> PluginLoader::takeOut(const Loaded& plugin) {
+    // Searched by address: entry points may have loaded and unloaded other plug-ins meanwhile.
+    auto it = std::find_if(m_loaded.begin(), m_loaded.end(),
+                           [&](const std::unique_ptr<Loaded>& l) { return l.get() == &plugin; });
+    std::unique_ptr<Loaded> taken = std::move(*it);
+    m_loaded.erase(it);
+    return taken;
+}
+
 void PluginLoader::close(std::unique_ptr<Loaded> loaded) {
     const std::string& name = loaded->data->name();
     m_undoQueue.dropOwner(name);
@@ -169,26 +169,31 @@ HStatus PluginLoader::unload(const std::string& name) {
     if (index < 0)
         return failure(cannotUnload(name, "it is not loaded."), HS::kNotFound);
     Loaded* plugin = m_loaded[index].get();
-    PluginData& data = *plugin->data;
+    const PluginData& data = *plugin->data;
     if (data.m_initializing || data.m_unloading)
         return failure(cannotUnload(name, "it is being loaded or unloaded."));
     if (m_registry.isRunning(data.name()))
         return failure(cannotUnload(name, "one of its commands is running."));
 
+    return stop(*plugin, true);
+}
+
+HStatus PluginLoader::stop(Loaded& plugin, bool stayWhenRefused) {
+    PluginData& data = *plugin.data;
     m_undoQueue.dropOwner(data.name());
     data.m_unloading = true;
-    HStatus status = callEntryPoint(plugin->uninitializePlugin, plugin->data, "uninitializePlugin");
+    HStatus status = callEntryPoint(plugin.uninitializePlugin, plugin.data, "uninitializePlugin");
     data.m_unloading = false;
-    if (!status)
-        return failure(cannotUnload(name, failedEntryPoint("uninitializePlugin", status) +
-                                              " The plug-in stays loaded."));
-    // Entry points may load and unload other plug-ins: the list is searched again.
-    auto it = std::find_if(m_loaded.begin(), m_loaded.end(),
-                           [&](const std::unique_ptr<Loaded>& l) { return l.get() == plugin; });
-    std::unique_ptr<Loaded> unloaded = std::move(*it);
-    m_loaded.erase(it);
-    close(std::move(unloaded));
-    return HS::kSuccess;
+    if (!status) {
+        status = failure(
+            cannotUnload(data.name(), failedEntryPoint("uninitializePlugin", status) +
+                                          (stayWhenRefused ? "; the plug-in stays loaded."
+                                                           : "; the plug-in is closed anyway.")));
+        if (stayWhenRefused)
+            return status;
+    }
+    close(takeOut(plugin));
+    return status;
 }
 
 std::vector<std::shared_ptr<const PluginData>> PluginLoader::plugins() const {

@@ -68,6 +68,10 @@ private:
     HStatus initialize(Loaded& loaded);
     static HStatus callEntryPoint(EntryPoint entryPoint, const std::shared_ptr<PluginData>& data,
                                   const char* entryName);
+    // Runs the unloading steps; a plug-in whose uninitializePlugin fails stays loaded when
+    // stayWhenRefused is set, and is closed all the same otherwise.
+    HStatus stop(Loaded& plugin, bool stayWhenRefused);
+    std::unique_ptr<Loaded> takeOut(const Loaded& plugin);
     void close(std::unique_ptr<Loaded> loaded);
     int indexOf(const std::string& nameOrPath) const;
 

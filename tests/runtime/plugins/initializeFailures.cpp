@@ -1,7 +1,8 @@
-// One source for the plug-ins whose initializePlugin goes wrong, built once per variant:
+// One source for the plug-ins whose entry points go wrong, built once per variant:
 //   INIT_FAILS        registers a command, then reports that it cannot start
 //   INIT_TAKES_NAME   registers a command of its own, then one named like a built-in, and
 //                     ignores the refusal; the host must refuse the plug-in all the same
+//   UNINIT_FAILS      starts well, registering a command, and always refuses to stop
 // uninitializePlugin says when it runs, so the tests see whether the host called it.
 #include "HFnPlugin.h"
 #include "HGlobal.h"
@@ -40,5 +41,13 @@ H_PLUGIN_EXPORT HStatus initializePlugin(HObject plugin) {
 H_PLUGIN_EXPORT HStatus uninitializePlugin(HObject) {
     HGlobal::displayInfo("takenCommandName uninitialized");
     return HS::kSuccess;
+}
+#elif defined(UNINIT_FAILS)
+H_PLUGIN_EXPORT HStatus initializePlugin(HObject plugin) {
+    return HFnPlugin(plugin).registerCommand("failingUninitializeCommand", create);
+}
+
+H_PLUGIN_EXPORT HStatus uninitializePlugin(HObject) {
+    return HStatus(HS::kFailure, "its window is busy");
 }
 #endif

@@ -6,6 +6,7 @@
 #include "OutputRecorder.h"
 #include "core/HostContext.h"
 #include "lang/CommandRegistry.h"
+#include "plugins/PluginLoader.h"
 #include "plugins/PluginSearchPath.h"
 
 #include <QCoreApplication>
@@ -252,6 +253,24 @@ TEST_F(PluginLoading, UnloadIsRefusedForAnUnknownPluginAndWhileItsCommandRuns) {
         ElementsAre("Cannot unload plug-in \"sampleCommands\": one of its commands is running."));
     EXPECT_THAT(loadedPlugins(), ElementsAre("sampleCommands"));
     EXPECT_TRUE(isCommand("sampleStore"));
+}
+
+TEST_F(PluginLoading, PluginThatRefusesToStopStaysUntilTheHostStops) {
+    const std::string path = pluginFile("failingUninitialize");
+    ASSERT_TRUE(HGlobal::executeCommand(("loadPlugin " + path).c_str()));
+    EXPECT_THAT(failingErrors("unloadPlugin failingUninitialize"),
+                ElementsAre("Cannot unload plug-in \"failingUninitialize\": uninitializePlugin "
+                            "failed: its window is busy; the plug-in stays loaded."));
+    EXPECT_THAT(loadedPlugins(), ElementsAre("failingUninitialize"));
+    EXPECT_TRUE(isCommand("failingUninitializeCommand"));
+
+    OutputRecorder output;
+    runtime::host().get<runtime::PluginLoader>().shutDown();
+    EXPECT_THAT(output.texts(HCommandMessage::kError),
+                ElementsAre("Cannot unload plug-in \"failingUninitialize\": uninitializePlugin "
+                            "failed: its window is busy; the plug-in is closed anyway."));
+    EXPECT_FALSE(isCommand("failingUninitializeCommand"));
+    EXPECT_FALSE(libraryIsOpen(path));
 }
 
 TEST_F(PluginLoading, HostShutDownUnloadsPluginsWhileTheMainWindowExists) {
