@@ -36,6 +36,17 @@ runtime::UndoQueue& undoQueue() {
     return runtime::host().get<runtime::UndoQueue>();
 }
 
+std::vector<std::string> selectionTexts() {
+    HSelectionList list;
+    HGlobal::getActiveSelectionList(list);
+    HStringArray strings;
+    list.getSelectionStrings(strings);
+    std::vector<std::string> texts;
+    for (const HString& text : strings)
+        texts.push_back(text.str());
+    return texts;
+}
+
 class SkinPaintFlood : public fixture::FreshScene {
 protected:
     void SetUp() override {
@@ -216,6 +227,61 @@ TEST_F(SkinPaintFlood, NothingBoundToTheInfluenceIsAWarningAndNoStep) {
                             "loose."));
     EXPECT_THAT(output.texts(HCommandMessage::kError), IsEmpty());
     expectUntouched({0, 1, 2, 3, 4, 5, 6, 7, 8});
+    EXPECT_EQ(undoQueue().undoCount(), 0u);
+}
+
+TEST_F(SkinPaintFlood, PaintSmoothingScriptLeavesToolModesAndSelectionAsTheyWere) {
+    ASSERT_TRUE(
+        HGlobal::executeCommand("select -r bodyJoint2 body.vtx[8];\n"
+                                "selectType -ocm -alc true;\nselectType -ocm -vertex false;"));
+    const std::vector<std::string> selectedBefore = selectionTexts();
+
+    // The steps the Vorel plug-in takes to smooth joint 1 on vertices 4 and 0 at opacity 0.5,
+    // keeping joint 3 (a locked cell in a painted row) locked meanwhile; undo is off throughout.
+    HString context = HGlobal::executeCommandStringResult("currentCtx");
+    int allComponents = -1, vertices = -1;
+    ASSERT_TRUE(HGlobal::executeCommand("selectType -q -ocm -alc", allComponents));
+    ASSERT_TRUE(HGlobal::executeCommand("selectType -q -ocm -vertex", vertices));
+    HSelectionList kept;
+    HGlobal::getActiveSelectionList(kept);
+    ASSERT_TRUE(HGlobal::executeCommand("setAttr bodyJoint3.lockInfluenceWeights 1"));
+    HString script = "selectType -ocm -alc false;\n";
+    script += "selectType -ocm -vertex true;\n";
+    script += "select -r body.vtx[4] body.vtx[0] ;\n";
+    script += "PntPaintSkinWeightsTool;\n";
+    script += "pntAttrSkinToolScript 4;\n";
+    script += "pntAttrSkinJointMenu(\"pntJoinListPopupMenu\", \"pntAttrSkinPaintCtx\" );\n";
+    script += "pntAttrPaintOperation pntAttrSkinPaintCtx Smooth;\n";
+    script += "pntAttrSkinPaintCtx -e -skinPaintMode 1 pntAttrSkinContext;\n";
+    script += "pntSkinSelectInfluence pntAttrSkinPaintCtx bodyJoint1;\n";
+    ASSERT_TRUE(HGlobal::executeCommand(script));
+    ASSERT_TRUE(HGlobal::executeCommand("pntAttrSkinPaintCtx -e -opacity " + HString().set(0.5) +
+                                        " `currentCtx`;\n" +
+                                        "pntAttrSkinPaintCtx -e -clear `currentCtx`;\n"));
+    ASSERT_TRUE(HGlobal::executeCommand("setAttr bodyJoint3.lockInfluenceWeights 0"));
+    if (!(context == "pntAttrSkinContext")) {
+        ASSERT_TRUE(HGlobal::executeCommand("setToolTo " + context + ";\n"));
+    }
+    ASSERT_TRUE(HGlobal::executeCommand("selectType -ocm -alc " + HString().set(allComponents) +
+                                        ";\n" + "selectType -ocm -vertex " +
+                                        HString().set(vertices) + ";\n"));
+    HGlobal::setActiveSelectionList(kept);
+
+    EXPECT_EQ(HGlobal::executeCommandStringResult("currentCtx").str(), "selectSuperContext");
+    ASSERT_TRUE(HGlobal::executeCommand("selectType -q -ocm -alc", allComponents));
+    ASSERT_TRUE(HGlobal::executeCommand("selectType -q -ocm -vertex", vertices));
+    EXPECT_EQ(allComponents, 1);
+    EXPECT_EQ(vertices, 0);
+    EXPECT_EQ(selectionTexts(), selectedBefore);
+    int locked = -1;
+    ASSERT_TRUE(HGlobal::executeCommand("getAttr bodyJoint3.lockInfluenceWeights", locked));
+    EXPECT_EQ(locked, 0);
+
+    // 4: 0.5*0.6 + 0.5*(0.1+0.2+0.0+0.4)/4, joint 3 keeps 0.1; 0: 0.5*0.9 + 0.5*(0.1+0.2)/2,
+    // joint 3 keeps 0.025.
+    expectWeights(4, {0.3875, 1.0 - 0.1 - 0.3875, 0.1});
+    expectWeights(0, {0.525, 1.0 - 0.025 - 0.525, 0.025});
+    expectUntouched({1, 2, 3, 5, 6, 7, 8});
     EXPECT_EQ(undoQueue().undoCount(), 0u);
 }
 
