@@ -27,12 +27,6 @@ HStatus commandError(const HString& message, HS::StatusCode code) {
     return HStatus(code, message);
 }
 
-HStatus commandFailure(const char* command, const HStatus& status) {
-    if (status)
-        return status;
-    return commandError(HString(command) + ": " + status.errorString(), status.statusCode());
-}
-
 HStatus noObjectMatches(const HString& name) {
     return commandError("No object matches name: " + name, HS::kInvalidParameter);
 }

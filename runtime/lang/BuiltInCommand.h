@@ -62,8 +62,6 @@ const std::vector<BuiltInRegistration>& builtInCommands();
 
 // Prints the error and gives it as a failed status.
 HStatus commandError(const HString& message, HS::StatusCode code = HS::kFailure);
-// A failed status printed as "COMMAND: MESSAGE" and given back; a success passes through.
-HStatus commandFailure(const char* command, const HStatus& status);
 // "No object matches name: NAME", printed, with kInvalidParameter.
 HStatus noObjectMatches(const HString& name);
 

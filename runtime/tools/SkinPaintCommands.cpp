@@ -3,6 +3,7 @@
 // -clear, which floods the selected vertices). Only a flood changes the scene, and each flood
 // is one undo step; the settings are not recorded (ToolContexts.h).
 #include "HArgParser.h"
+#include "commands/CommandSupport.h"
 #include "lang/BuiltInCommand.h"
 #include "scene/Scene.h"
 #include "scene/Selection.h"
@@ -14,7 +15,7 @@
 
 namespace {
 
-using runtime::commandFailure;
+using runtime::reportFailure;
 using runtime::ToolContexts;
 
 HSyntax noFlags() {
@@ -38,7 +39,7 @@ public:
                 : invalid(HString("Give the skin paint context and ") + *ValueName + ".");
         if (status)
             status = Set(args.asString(1));
-        return commandFailure(*Name, status);
+        return status ? status : reportFailure(*Name, status);
     }
 };
 
@@ -76,7 +77,7 @@ using SelectInfluenceCommand =
 
 // pntAttrSkinPaintCtx -e [-skinPaintMode 0|1] [-opacity V] [-clear] CONTEXT, or -q with one of
 // -skinPaintMode, -opacity, -influence.
-class SkinPaintContextCommand : public HPxCommand {
+class SkinPaintContextCommand : public runtime::SceneEditCommand {
 public:
     static HSyntax createSyntax() {
         HSyntax syntax;
@@ -94,22 +95,8 @@ public:
         HStatus status = checkContext(parser);
         if (status)
             status = parser.isQuery() ? query(parser) : edit(parser);
-        return commandFailure(ToolContexts::kSkinPaintCommand, status);
+        return status ? status : reportFailure(ToolContexts::kSkinPaintCommand, status);
     }
-
-    HStatus undoIt() override {
-        for (auto it = m_changes.rbegin(); it != m_changes.rend(); ++it)
-            (*it)->restoreBefore(runtime::scene());
-        return HS::kSuccess;
-    }
-
-    HStatus redoIt() override {
-        for (const auto& change : m_changes)
-            change->restoreAfter(runtime::scene());
-        return HS::kSuccess;
-    }
-
-    bool isUndoable() const override { return !m_changes.empty(); }
 
 private:
     static HStatus checkContext(const HArgParser& parser) {
@@ -188,17 +175,13 @@ private:
             return HS::kSuccess;
         }
         for (const runtime::PaintTarget& target : targets) {
-            HStatus status;
-            std::unique_ptr<runtime::SkinWeightChange> change = runtime::floodTarget(
-                runtime::scene(), target, settings.operation, settings.opacity, status);
+            HStatus status = runtime::floodTarget(m_scene, m_journal, target, settings.operation,
+                                                  settings.opacity);
             if (!status)
                 return status;
-            m_changes.push_back(std::move(change));
         }
         return HS::kSuccess;
     }
-
-    std::vector<std::unique_ptr<runtime::SkinWeightChange>> m_changes;
 };
 
 const bool registered =

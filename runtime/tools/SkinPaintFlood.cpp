@@ -6,6 +6,8 @@
 #include "scene/SkinClusterData.h"
 #include "scene/SkinLinks.h"
 #include "scene/SkinWeightAccess.h"
+#include "scene/VertexWeightRecord.h"
+#include "undo/SceneJournal.h"
 
 #include <algorithm>
 
@@ -141,17 +143,15 @@ std::vector<double> paintedWeights(const PaintTarget& target, PaintOperation ope
     return values;
 }
 
-std::unique_ptr<SkinWeightChange> floodTarget(Scene& scene, const PaintTarget& target,
-                                              PaintOperation operation, double opacity,
-                                              HStatus& status) {
+HStatus floodTarget(Scene& scene, SceneJournal& journal, const PaintTarget& target,
+                    PaintOperation operation, double opacity) {
     std::vector<double> values = paintedWeights(target, operation, opacity);
-    auto change = std::make_unique<SkinWeightChange>(target.cluster, target.vertices);
-    status = writeWeights(scene, *target.cluster, &target.vertices, {target.influence}, values,
-                          false, true, false, nullptr);
-    if (!status)
-        return nullptr;
-    change->captureAfter();
-    return change;
+    const SkinWeights& weights = target.cluster->skinCluster()->weights();
+    VertexWeightRecord& record = journal.keepWeights(*target.cluster);
+    for (int vertex : target.vertices)
+        record.keep(weights, static_cast<unsigned>(vertex));
+    return writeWeights(scene, *target.cluster, &target.vertices, {target.influence}, values, false,
+                        true, false, nullptr);
 }
 
 } // namespace runtime

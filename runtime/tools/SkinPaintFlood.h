@@ -15,7 +15,6 @@
 #include "HSelectionList.h"
 #include "HStatus.h"
 #include "scene/Node.h"
-#include "scene/SkinWeightChange.h"
 #include "tools/ToolContexts.h"
 
 #include <memory>
@@ -24,6 +23,7 @@
 namespace runtime {
 
 class Scene;
+class SceneJournal;
 
 struct PaintTarget {
     NodePtr shape;
@@ -40,9 +40,8 @@ std::vector<PaintTarget> paintTargets(const HSelectionList& selection, const Nod
 std::vector<double> paintedWeights(const PaintTarget& target, PaintOperation operation,
                                    double opacity);
 
-// Paints one target; the change it made is kept for undo.
-std::unique_ptr<SkinWeightChange> floodTarget(Scene& scene, const PaintTarget& target,
-                                              PaintOperation operation, double opacity,
-                                              HStatus& status);
+// Paints one target, keeping the weights it changes in the journal for undo.
+HStatus floodTarget(Scene& scene, SceneJournal& journal, const PaintTarget& target,
+                    PaintOperation operation, double opacity);
 
 } // namespace runtime

@@ -2,6 +2,7 @@
 // commands PntPaintSkinWeightsTool, pntAttrSkinToolScript and pntAttrSkinJointMenu. None of
 // them is recorded for undo (ToolContexts.h).
 #include "HArgParser.h"
+#include "commands/CommandSupport.h"
 #include "lang/BuiltInCommand.h"
 #include "tools/ToolContexts.h"
 
@@ -25,9 +26,9 @@ class SetToolCommand : public HPxCommand {
 public:
     HStatus doIt(const HArgList& args) override {
         if (args.length() != 1)
-            return runtime::commandError("setToolTo: Give the name of one tool context.");
-        return runtime::commandFailure("setToolTo",
-                                       runtime::toolContexts().setCurrent(args.asString(0)));
+            return runtime::reportFailure("setToolTo", "Give the name of one tool context.");
+        HStatus status = runtime::toolContexts().setCurrent(args.asString(0));
+        return status ? status : runtime::reportFailure("setToolTo", status);
     }
 };
 
@@ -44,7 +45,7 @@ public:
 
     HStatus doIt(const HArgList& args) override {
         if (TakesSetUpNumber && args.length() != 1)
-            return runtime::commandError("pntAttrSkinToolScript: Give one set-up number.");
+            return runtime::reportFailure("pntAttrSkinToolScript", "Give one set-up number.");
         return runtime::toolContexts().setCurrent(runtime::ToolContexts::kSkinPaintContext);
     }
 };
@@ -55,11 +56,10 @@ class SkinJointMenuCommand : public HPxCommand {
 public:
     HStatus doIt(const HArgList& args) override {
         if (args.length() != 2)
-            return runtime::commandError(
-                "pntAttrSkinJointMenu: Give a menu name and the skin paint context.");
-        return runtime::commandFailure(
-            "pntAttrSkinJointMenu",
-            runtime::ToolContexts::expectSkinPaintContext(args.asString(1)));
+            return runtime::reportFailure("pntAttrSkinJointMenu",
+                                          "Give a menu name and the skin paint context.");
+        HStatus status = runtime::ToolContexts::expectSkinPaintContext(args.asString(1));
+        return status ? status : runtime::reportFailure("pntAttrSkinJointMenu", status);
     }
 };
 

@@ -116,7 +116,7 @@ TEST_F(ToolCommands, RefusedValuesAreNamedAndChangeNothing) {
          "pntAttrPaintOperation: \"selectSuperContext\" is not the skin paint context "
          "(pntAttrSkinContext)."},
         {"pntSkinSelectInfluence pntAttrSkinPaintCtx nobody",
-         "pntSkinSelectInfluence: No object matches name: nobody"},
+         "No object matches name: nobody"},
         {"pntSkinSelectInfluence pntAttrSkinPaintCtx skinCluster1",
          "pntSkinSelectInfluence: \"skinCluster1\" is not a joint."},
         {"pntAttrSkinPaintCtx -e -opacity 1.5 pntAttrSkinContext",
