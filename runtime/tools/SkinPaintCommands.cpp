@@ -10,7 +10,6 @@
 #include "tools/SkinPaintFlood.h"
 #include "tools/ToolContexts.h"
 
-#include <memory>
 #include <vector>
 
 namespace {

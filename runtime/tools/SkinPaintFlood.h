@@ -17,7 +17,6 @@
 #include "scene/Node.h"
 #include "tools/ToolContexts.h"
 
-#include <memory>
 #include <vector>
 
 namespace runtime {
