@@ -8,7 +8,6 @@
 #include "vorelSession.h"
 
 #include <QAbstractItemModel>
-#include <QApplication>
 #include <QColor>
 #include <QDir>
 #include <QHeaderView>
@@ -64,15 +63,13 @@ TEST_F(WindowScreenshot, ShowsTheLoadedSampleWithItsColours) {
     clickButton("LoadComponent");
     ASSERT_EQ(model->rowCount(), 11);
     // The size of a common desktop font, so that the weights fit the columns' default width.
-    const QFont font = QApplication::font();
-    QFont desktop = font;
+    QFont desktop = window->font();
     desktop.setPixelSize(11);
-    QApplication::setFont(desktop);
+    window->setFont(desktop);
     window->resize(620, 760);
     window->centralWidget()->layout()->activate();
 
     const QImage picture = window->grab().toImage();
-    QApplication::setFont(font);
     const QString path = QDir(VOREL_SCREENSHOT_DIR).filePath("vorel-window.png");
     ASSERT_TRUE(picture.save(path));
     std::cout << "The window's picture: " << path.toStdString() << std::endl;
