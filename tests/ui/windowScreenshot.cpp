@@ -30,8 +30,8 @@ QColor colorAt(const QImage& image, QWidget* from, QWidget* window, const QRect&
 
 // Styles shade header sections, so a coloured header is matched by its hue; gray by its value.
 bool near(const QColor& actual, const QColor& expected) {
-    if (expected.hue() == -1)
-        return actual.hue() == -1 && std::abs(actual.value() - expected.value()) < 16;
+    if (expected.saturation() < 30)
+        return actual.saturation() < 30 && std::abs(actual.value() - expected.value()) < 16;
     return std::abs(actual.hue() - expected.hue()) < 10 && actual.saturation() > 100;
 }
 
