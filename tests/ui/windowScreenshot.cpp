@@ -22,9 +22,10 @@ namespace {
 
 using WindowScreenshot = vorel::VorelWindowTest;
 
-// The colour in the middle of the left edge of a rectangle given in `from`'s coordinates.
+// The colour near the middle of the right edge of a rectangle given in `from`'s coordinates,
+// where no text is drawn.
 QColor colorAt(const QImage& image, QWidget* from, QWidget* window, const QRect& rect) {
-    const QPoint point = from->mapTo(window, QPoint(rect.left() + 3, rect.center().y()));
+    const QPoint point = from->mapTo(window, QPoint(rect.right() - 3, rect.center().y()));
     return image.pixelColor(point);
 }
 
