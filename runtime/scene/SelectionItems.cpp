@@ -183,7 +183,60 @@ HStatus itemsFromText(const Scene& scene, const std::string& text, bool allowPat
     return HS::kSuccess;
 }
 
-std::vector<std::string> itemTexts(const Scene& scene, const SelectionItems& items) {
+bool sameItems(const SelectionItems& a, const SelectionItems& b) {
+    if (a.size() != b.size())
+        return false;
+    for (size_t i = 0; i < a.size(); ++i) {
+        if (!sameTarget(a[i], b[i]))
+            return false;
+        std::shared_ptr<ComponentData> ca = itemComponent(a[i]);
+        std::shared_ptr<ComponentData> cb = itemComponent(b[i]);
+        if (ca && cb && ca->elements() != cb->elements())
+            return false;
+    }
+    return true;
+}
+
+std::vector<unsigned> verticesOn(const SelectionItems& items, const Node& shape) {
+    std::vector<unsigned> vertices;
+    const MeshData* mesh = shape.mesh();
+    if (!mesh)
+        return vertices;
+    std::vector<bool> named(mesh->vertexCount(), false);
+    auto name = [&](int vertex) {
+        if (vertex >= 0 && static_cast<unsigned>(vertex) < named.size() && !named[vertex]) {
+            named[vertex] = true;
+            vertices.push_back(static_cast<unsigned>(vertex));
+        }
+    };
+    for (const SelectionItem& item : items) {
+        std::shared_ptr<ComponentData> component = itemComponent(item);
+        if (!component || itemNode(item).get() != &shape)
+            continue;
+        for (int element : component->elements()) {
+            switch (component->apiType()) {
+            case HFn::kMeshEdgeComponent:
+                if (static_cast<unsigned>(element) < mesh->edgeCount()) {
+                    name(mesh->edges()[element].first);
+                    name(mesh->edges()[element].second);
+                }
+                break;
+            case HFn::kMeshPolygonComponent:
+                if (static_cast<unsigned>(element) < mesh->polygonCount())
+                    for (int vertex : mesh->polygon(static_cast<unsigned>(element)))
+                        name(vertex);
+                break;
+            default:
+                name(element);
+                break;
+            }
+        }
+    }
+    return vertices;
+}
+
+std::vector<std::string> itemTexts(const Scene& scene, const SelectionItems& items,
+                                   bool longNames) {
     std::vector<std::string> texts;
     for (const SelectionItem& item : items) {
         NodePtr node = itemNode(item);
@@ -191,7 +244,7 @@ std::vector<std::string> itemTexts(const Scene& scene, const SelectionItems& ite
             continue;
         std::shared_ptr<ComponentData> component = itemComponent(item);
         if (!component) {
-            texts.push_back(node->fullPathName());
+            texts.push_back(longNames ? node->fullPathName() : scene.partialPathName(*node));
             continue;
         }
         std::string name = scene.partialPathName(*node);

@@ -42,11 +42,18 @@ void removeItem(SelectionItems& items, const SelectionItem& item);
 void toggleItem(SelectionItems& items, const SelectionItem& item);
 // Drops items whose node is gone; returns whether any was dropped.
 bool dropDeadItems(SelectionItems& items);
+// The same items in the same order, components with the same elements in the same order.
+bool sameItems(const SelectionItems& a, const SelectionItems& b);
+// The vertices of shape that the items name, each once, in the order first named: vertex
+// components as they are, edges and polygons by their vertices. Whole objects name none.
+std::vector<unsigned> verticesOn(const SelectionItems& items, const Node& shape);
 
 HStatus itemsFromText(const Scene& scene, const std::string& text, bool allowPatterns,
                       SelectionItems& items);
 // The items as itemsFromText reads them: "|root|joint1" for a whole object, and for a
-// component one text per run of consecutive elements ("bodyShape.vtx[3:5]").
-std::vector<std::string> itemTexts(const Scene& scene, const SelectionItems& items);
+// component one text per run of consecutive elements ("bodyShape.vtx[3:5]"). With longNames
+// off, objects are named by their shortest unique path ("joint1") as components always are.
+std::vector<std::string> itemTexts(const Scene& scene, const SelectionItems& items,
+                                   bool longNames = true);
 
 } // namespace runtime

@@ -7,6 +7,7 @@
 #include "scene/Scene.h"
 #include "scene/SkinClusterData.h"
 #include "scene/SkinLinks.h"
+#include "scene/SkinLocks.h"
 
 #include <algorithm>
 #include <cmath>
@@ -31,7 +32,6 @@ struct WriteContext {
     // Unlisted unlocked influences: where a remainder may go when nothing else takes it.
     mutable std::vector<unsigned> fallbacks;
     mutable bool fallbacksKnown = false;
-    const ValueTree* vertexLocks = nullptr;
     const MeshData* mesh = nullptr;
 
     bool locked(unsigned influence) const {
@@ -50,14 +50,6 @@ struct WriteContext {
         return fallbacks;
     }
 };
-
-bool vertexLocked(const WriteContext& context, unsigned vertex) {
-    if (!context.vertexLocks)
-        return false;
-    const ValueTree* element = context.vertexLocks->findElement(vertex);
-    const bool* locked = element ? std::get_if<bool>(&element->value()) : nullptr;
-    return locked && *locked;
-}
 
 // The fallback influence nearest to the vertex's bind position; -1 when there is none.
 int nearestFallback(const WriteContext& context, unsigned vertex) {
@@ -189,7 +181,7 @@ HStatus writeWeights(Scene& scene, Node& cluster, const std::vector<int>* vertic
     bool normalising = normalize && intValue(cluster, "normalizeWeights", 1) == 1 &&
                        !(restoreWhenComplete && complete);
     context.lockStates.assign(context.influenceCount, -1);
-    context.vertexLocks = cluster.storedValues(cluster.findAttribute("lockVertex"));
+    VertexLocks vertexLocks(cluster);
     NodePtr geometry = skinClusterGeometry(cluster);
     context.mesh = geometry ? geometry->mesh() : nullptr;
 
@@ -206,7 +198,7 @@ HStatus writeWeights(Scene& scene, Node& cluster, const std::vector<int>* vertic
             weights.readDense(vertex, dense.data(), context.influenceCount);
             old->insert(old->end(), dense.begin(), dense.end());
         }
-        if (vertexLocked(context, vertex))
+        if (vertexLocks.locked(vertex))
             continue;
         entries.clear();
         unsigned count = weights.entryCount(vertex);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <functional>
 #include <numeric>
 
 namespace runtime {
@@ -108,6 +109,10 @@ void SkinWeights::assignDense(unsigned vertex, const double* dense, unsigned inf
 
 void SkinWeights::assign(unsigned vertex, const Influence* influences, const double* weights,
                          unsigned count) {
+    if (std::is_sorted(influences, influences + count) && !holds(influences, weights)) {
+        assignSorted(vertex, influences, weights, count);
+        return;
+    }
     std::vector<unsigned> order(count);
     std::iota(order.begin(), order.end(), 0u);
     std::sort(order.begin(), order.end(),
@@ -123,6 +128,36 @@ void SkinWeights::assign(unsigned vertex, const Influence* influences, const dou
         sortedWeights.push_back(weights[i]);
     }
     store(vertex, sortedInfluences, sortedWeights);
+}
+
+namespace {
+
+template <typename T> bool within(const T* pointer, const std::vector<T>& pool) {
+    std::less<const T*> before;
+    return !before(pointer, pool.data()) && before(pointer, pool.data() + pool.size());
+}
+
+} // namespace
+
+bool SkinWeights::holds(const Influence* influences, const double* weights) const {
+    return within(influences, m_influences) || within(weights, m_weights);
+}
+
+void SkinWeights::assignSorted(unsigned vertex, const Influence* influences, const double* weights,
+                               unsigned count) {
+    unsigned nonZero = static_cast<unsigned>(count - std::count(weights, weights + count, 0.0));
+    ensureCapacity(vertex, nonZero);
+    Slot& slot = m_slots[vertex];
+    for (unsigned i = 0; i < count; ++i) {
+        if (weights[i] == 0.0)
+            continue;
+        assert((slot.count == 0 || m_influences[slot.begin + slot.count - 1] < influences[i]) &&
+               "influence listed twice");
+        m_influences[slot.begin + slot.count] = influences[i];
+        m_weights[slot.begin + slot.count] = weights[i];
+        ++slot.count;
+    }
+    compactIfWasteful();
 }
 
 void SkinWeights::store(unsigned vertex, const std::vector<Influence>& influences,

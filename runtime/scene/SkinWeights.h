@@ -65,6 +65,11 @@ private:
         std::uint16_t capacity = 0;
     };
 
+    // Whether the arrays lie in this object's pools (which a write may move).
+    bool holds(const Influence* influences, const double* weights) const;
+    // assign() for influences in ascending order, without building sorted copies.
+    void assignSorted(unsigned vertex, const Influence* influences, const double* weights,
+                      unsigned count);
     // Replaces the vertex's weights with non-zero weights sorted by influence.
     void store(unsigned vertex, const std::vector<Influence>& influences,
                const std::vector<double>& weights);

@@ -19,4 +19,12 @@ HPoint worldPosition(const Node& node);
 // Sets translate so that the node's origin lies at position in world space.
 HStatus setWorldPosition(Scene& scene, Node& node, const HPoint& position);
 
+// The translate, rotate (degrees) and scale values that give a transform the local matrix
+// `local`, its jointOrient (for a joint) staying as it is. False for a matrix without that
+// form: a zero scale. Shear is not represented and is lost.
+struct TransformValues {
+    HPoint translate, rotate, scale;
+};
+bool transformValuesFor(const Node& node, const Matrix& local, TransformValues& values);
+
 } // namespace runtime

@@ -1,0 +1,28 @@
+// Scene files by extension: which formats the host reads and writes, and the one entry point
+// for each direction, so that callers (the file command, the application's dialogs) need not
+// know the formats.
+//
+//   .gltf .glb                                    read and written (GltfReader.h, GltfWriter.h)
+//   .fbx .dae .x .iqm .smd .ms3d .b3d .blend      read only (AssimpImporter.h)
+//
+// Extensions are compared without regard to case. A path of another extension fails with a
+// message naming the file.
+#pragma once
+
+#include "files/FileResult.h"
+#include "files/ProgressReporter.h"
+#include "files/SceneDescription.h"
+
+#include <string>
+
+namespace runtime {
+
+bool readsSceneFile(const std::string& path);
+bool writesSceneFile(const std::string& path);
+
+FileResult readSceneFile(const std::string& path, SceneDescription& scene,
+                         ProgressReporter& reporter = ProgressReporter::silent());
+FileResult writeSceneFile(const SceneDescription& scene, const std::string& path,
+                          ProgressReporter& reporter = ProgressReporter::silent());
+
+} // namespace runtime
