@@ -3,17 +3,11 @@
 // command objects. The order of construction is the order the controls appear to Qt (focus
 // chain, meta-object connections), so it is kept as written.
 #include "HGlobal.h"
-#include "applyButtonCmd.h"
-#include "dragSliderCmd.h"
-#include "dragSliderColCmd.h"
-#include "replaceButtonCmd.h"
-#include "roundButtonCmd.h"
-#include "setCellDataCmd.h"
-#include "smoothCmd.h"
 #include "vorelWindow.h"
 #include "weightColumnHeaderView.h"
 #include "weightTableModel.h"
 #include "weightTableView.h"
+#include "windowEditCommands.h"
 
 #include <QAction>
 #include <QComboBox>
@@ -28,12 +22,31 @@
 #include <QRadioButton>
 #include <QSlider>
 #include <QVBoxLayout>
+#include <initializer_list>
 
 namespace {
 
 const int kButtonWidth = 140;
 const char* const kCheckedButtonStyle =
     "QPushButton:checked { background-color: lightGray; color: black}";
+
+// A label with its edit box, then, after a gap, the button that applies the box.
+QHBoxLayout* editRow(QLabel* label, QLineEdit* edit, int gap, QPushButton* button) {
+    QHBoxLayout* row = new QHBoxLayout();
+    row->addWidget(label);
+    row->addWidget(edit);
+    row->addSpacing(gap);
+    row->addWidget(button);
+    return row;
+}
+
+QHBoxLayout* buttonRow(std::initializer_list<QPushButton*> buttons) {
+    QHBoxLayout* row = new QHBoxLayout();
+    for (QPushButton* button : buttons)
+        row->addWidget(button);
+    row->addStretch(1);
+    return row;
+}
 
 } // namespace
 
@@ -134,11 +147,7 @@ QHBoxLayout* vorelWindow::createMaxInfluenceRow() {
     maxInfluenceEdit->installEventFilter(this);
     applyInfluenceButton = createButton("Apply", "ApplyInfluence");
 
-    QHBoxLayout* row = new QHBoxLayout();
-    row->addWidget(maxInfluenceLabel);
-    row->addWidget(maxInfluenceEdit);
-    row->addSpacing(18);
-    row->addWidget(applyInfluenceButton);
+    QHBoxLayout* row = editRow(maxInfluenceLabel, maxInfluenceEdit, 18, applyInfluenceButton);
     row->addStretch(1);
     connect(maxInfluenceEdit, SIGNAL(returnPressed()), this, SLOT(setMaxValue()));
     connect(applyInfluenceButton, SIGNAL(clicked()), this, SLOT(applyMaxInfluence()));
@@ -153,24 +162,13 @@ QVBoxLayout* vorelWindow::createLoadAndLockRows() {
     highlightButton = createButton("Highlight");
     highlightButton->setCheckable(true);
     highlightButton->setStyleSheet(kCheckedButtonStyle);
-    QHBoxLayout* loadRow = new QHBoxLayout();
-    loadRow->addWidget(loadComponentButton);
-    loadRow->addWidget(filterButton);
-    loadRow->addWidget(highlightButton);
-    loadRow->addStretch(1);
-
     lockButton = createButton("Lock");
     unlockButton = createButton("UnLock");
     unlockAllButton = createButton("UnLock All");
-    QHBoxLayout* lockRow = new QHBoxLayout();
-    lockRow->addWidget(lockButton);
-    lockRow->addWidget(unlockButton);
-    lockRow->addWidget(unlockAllButton);
-    lockRow->addStretch(1);
 
     QVBoxLayout* rows = new QVBoxLayout();
-    rows->addLayout(loadRow);
-    rows->addLayout(lockRow);
+    rows->addLayout(buttonRow({loadComponentButton, filterButton, highlightButton}));
+    rows->addLayout(buttonRow({lockButton, unlockButton, unlockAllButton}));
     if (tableModel)
         connect(loadComponentButton, SIGNAL(clicked()), this, SLOT(loadWeightData()));
     connect(filterButton, SIGNAL(toggled(bool)), this, SLOT(toggleFilter(bool)));
@@ -188,11 +186,7 @@ QHBoxLayout* vorelWindow::createPrecisionRow() {
     precisionEdit->installEventFilter(this);
     roundButton = createButton("Round", "RoundPrecision");
 
-    QHBoxLayout* row = new QHBoxLayout();
-    row->addWidget(precisionLabel);
-    row->addWidget(precisionEdit);
-    row->addSpacing(50);
-    row->addWidget(roundButton);
+    QHBoxLayout* row = editRow(precisionLabel, precisionEdit, 50, roundButton);
     row->setAlignment(Qt::AlignLeft);
     row->addStretch(1);
     connect(roundButton, SIGNAL(clicked()), this, SLOT(applyPrecision()));
