@@ -71,24 +71,23 @@ TEST(BatchMode, ScriptFilesRunInTheirTurnStatementByStatement) {
                                     "print \"third\"", "third"}));
 }
 
-TEST(BatchMode, OpensTheFileThenLoadsThePluginBeforeTheCommands) {
+TEST(BatchMode, LoadsThePluginBesideTheProgramBeforeTheCommands) {
+    appfixture::HostRun run = runHost({"--batch", "-c", "print `pluginInfo -q -l`; vorelCmd"});
+    EXPECT_EQ(run.exitCode, 0) << run.err.join('\n').toStdString();
+    ASSERT_EQ(run.out.size(), 4);
+    EXPECT_TRUE(run.out[0].startsWith("loadPlugin \"")) << run.out[0].toStdString();
+    EXPECT_TRUE(run.out[0].endsWith("/plugins/vorel.so\"")) << run.out[0].toStdString();
+    EXPECT_EQ(run.out.mid(1), (QStringList{"print `pluginInfo -q -l`", "vorel", "vorelCmd"}));
+}
+
+TEST(BatchMode, OpensTheFileFirstAndStopsWhenItCannot) {
     QTemporaryDir directory;
-    QString scene = writeFile(directory, "body.vscene", "");
+    QString scene = writeFile(directory, "body.vscene", "not a scene");
     appfixture::HostRun run = runHost({"--batch", scene, "-c", "print after"});
-    ASSERT_GE(run.out.size(), 1);
-    EXPECT_EQ(run.out[0], "file -open \"" + scene + "\"");
-    if (run.exitCode == 0) {
-        ASSERT_GE(run.out.size(), 2);
-        EXPECT_TRUE(run.out[1].startsWith("loadPlugin \"")) << run.out[1].toStdString();
-        EXPECT_TRUE(run.out[1].endsWith("/plugins/vorel.so\"")) << run.out[1].toStdString();
-        EXPECT_EQ(run.out.mid(run.out.size() - 2), (QStringList{"print after", "after"}));
-    } else {
-        // The first step that fails ends the run; nothing after it is echoed.
-        EXPECT_FALSE(run.out.contains("print after"));
-        EXPECT_EQ(run.exitCode, 1);
-        ASSERT_FALSE(run.err.isEmpty());
-        EXPECT_TRUE(run.err[0].startsWith("// Error: "));
-    }
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(run.out, QStringList{"file -open \"" + scene + "\""});
+    ASSERT_EQ(run.err.size(), 1);
+    EXPECT_TRUE(run.err[0].startsWith("// Error: ")) << run.err[0].toStdString();
 }
 
 TEST(CommandLineErrors, ExitTwoSayingWhatIsWrongFollowedByTheUsage) {

@@ -7,11 +7,12 @@
 
 namespace {
 
-TEST(ScreenshotOption, WritesAPictureOfTheWindowAndExits) {
+// The start-up of `make run` on a machine without a display.
+TEST(ScreenshotOption, WritesAPictureOfTheSampleWithTheVorelWindowAndExits) {
     QTemporaryDir directory;
     QString picture = directory.filePath("window.png");
-    appfixture::HostRun run =
-        appfixture::runHost({"--no-plugin", "-c", "print ready", "--screenshot", picture});
+    appfixture::HostRun run = appfixture::runHost({"-s", VOREL_SAMPLES_DIR "/skinned-cylinder.cmd",
+                                                   "-c", "vorelCmd", "--screenshot", picture});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_TRUE(run.err.isEmpty()) << run.err.join('\n').toStdString();
     QImage image(picture);
