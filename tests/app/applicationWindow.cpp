@@ -59,26 +59,6 @@ TEST_F(ApplicationWindowTest, TitleNamesTheSceneAndMarksUnsavedChanges) {
     EXPECT_EQ(mainWindow().windowTitle(), "body.vscene - vorel-host");
 }
 
-TEST_F(ApplicationWindowTest, MenusHaveTheUsualShortcuts) {
-    auto keys = [this](const char* name) {
-        QStringList texts;
-        for (const QKeySequence& sequence : action(name)->shortcuts())
-            texts.append(sequence.toString());
-        return texts;
-    };
-    EXPECT_EQ(keys("newSceneAction"), QStringList{"Ctrl+N"});
-    EXPECT_EQ(keys("openSceneAction"), QStringList{"Ctrl+O"});
-    EXPECT_EQ(keys("saveSceneAction"), QStringList{"Ctrl+S"});
-    EXPECT_EQ(keys("saveSceneAsAction"), QStringList{"Ctrl+Shift+S"});
-    EXPECT_EQ(keys("undoAction"), QStringList{"Ctrl+Z"});
-    EXPECT_EQ(keys("redoAction"), (QStringList{"Ctrl+Y", "Ctrl+Shift+Z"}));
-    EXPECT_EQ(keys("quitAction"), QStringList{"Ctrl+Q"});
-    QStringList menus;
-    for (QAction* menu : mainWindow().menuBar()->actions())
-        menus.append(menu->text());
-    EXPECT_EQ(menus, (QStringList{"&File", "&Edit", "&Windows"}));
-}
-
 TEST_F(ApplicationWindowTest, EntriesWaitForTheCommandsTheyRun) {
     CommandTakenAway noFile("file");
     CommandTakenAway noVorel("vorelCmd");
