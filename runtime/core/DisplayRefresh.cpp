@@ -20,8 +20,21 @@ bool DisplayRefresh::unsubscribe(unsigned long long id) {
 }
 
 void DisplayRefresh::request() {
-    // A copy: the subscriber may subscribe others while it runs.
-    m_subscribers.call([](Redraw redraw, void*) { redraw(); });
+    m_subscribers.call([](const Redraw& redraw, void*) { redraw(); });
+}
+
+unsigned long long DisplayRefresh::watch(Redraw changed) {
+    unsigned long long id = host().nextCallbackId();
+    m_watchers.add(id, std::move(changed), nullptr);
+    return id;
+}
+
+bool DisplayRefresh::unwatch(unsigned long long id) {
+    return m_watchers.remove(id);
+}
+
+void DisplayRefresh::changed() {
+    m_watchers.call([](const Redraw& changed, void*) { changed(); });
 }
 
 } // namespace runtime
