@@ -13,6 +13,8 @@ std::uint64_t nextId() {
     return ++id;
 }
 
+} // namespace
+
 QMatrix4x4 toQMatrix(const runtime::Matrix& matrix) {
     QMatrix4x4 result;
     for (int row = 0; row < 4; ++row)
@@ -24,8 +26,6 @@ QMatrix4x4 toQMatrix(const runtime::Matrix& matrix) {
 QVector3D toVector(const HPoint& point) {
     return QVector3D(float(point.x), float(point.y), float(point.z));
 }
-
-} // namespace
 
 MeshDrawData::MeshDrawData(runtime::NodePtr shape, runtime::NodePtr cluster, int heatInfluence)
     : m_id(nextId()), m_shape(std::move(shape)), m_cluster(std::move(cluster)) {

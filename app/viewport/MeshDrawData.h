@@ -11,7 +11,9 @@
 // does, for picking and framing.
 #pragma once
 
+#include "HPoint.h"
 #include "SkinAttributes.h"
+#include "scene/Matrix.h"
 #include "scene/Node.h"
 
 #include <QMatrix4x4>
@@ -21,6 +23,10 @@
 #include <vector>
 
 namespace app::viewport {
+
+// The scene's double-precision types as the viewport's floats.
+QMatrix4x4 toQMatrix(const runtime::Matrix& matrix);
+QVector3D toVector(const HPoint& point);
 
 class MeshDrawData {
 public:

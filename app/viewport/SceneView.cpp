@@ -15,10 +15,6 @@ namespace app::viewport {
 
 namespace {
 
-QVector3D toVector(const HPoint& point) {
-    return QVector3D(float(point.x), float(point.y), float(point.z));
-}
-
 bool visibleInWorld(const runtime::Node& node) {
     for (const runtime::Node* n = &node; n; n = n->parent())
         if (!runtime::boolValue(*n, "visibility", true))
@@ -26,20 +22,15 @@ bool visibleInWorld(const runtime::Node& node) {
     return true;
 }
 
-// Whether the list names the shape or its transform as a whole object.
-bool namesObject(const HSelectionList& list, const runtime::Node& shape) {
-    for (const runtime::SelectionItem& item : HApiAccess::items(list)) {
-        runtime::NodePtr node = runtime::itemNode(item);
-        if (node && !runtime::itemComponent(item) &&
-            (node.get() == &shape || node.get() == shape.parent()))
-            return true;
-    }
-    return false;
-}
+enum class Naming { kAnyItem, kWholeObject };
 
-bool namesShape(const HSelectionList& list, const runtime::Node& shape) {
+// Whether the list names the shape or its transform (as a whole object only, or also by
+// components).
+bool names(const HSelectionList& list, const runtime::Node& shape, Naming naming) {
     for (const runtime::SelectionItem& item : HApiAccess::items(list)) {
         runtime::NodePtr node = runtime::itemNode(item);
+        if (naming == Naming::kWholeObject && runtime::itemComponent(item))
+            continue;
         if (node && (node.get() == &shape || node.get() == shape.parent()))
             return true;
     }
@@ -189,7 +180,7 @@ void SceneView::applyDisplay() {
     m_heatInfluence = currentHeatInfluence();
     const HSelectionList& hilite = runtime::selection().hilite();
     for (std::unique_ptr<MeshDrawData>& mesh : m_meshes) {
-        mesh->hilited = namesShape(hilite, *mesh->shape());
+        mesh->hilited = names(hilite, *mesh->shape(), Naming::kAnyItem);
         if (SkinAttributes* skin = mesh->skin())
             skin->setHeatInfluence(mesh->cluster()->skinCluster()->weights(),
                                    mesh->influenceIndex(m_heatInfluence.get()));
@@ -227,7 +218,7 @@ void SceneView::readJoints() {
 void SceneView::applySelection() {
     const HSelectionList& active = runtime::selection().active();
     for (std::unique_ptr<MeshDrawData>& mesh : m_meshes) {
-        mesh->objectSelected = namesObject(active, *mesh->shape());
+        mesh->objectSelected = names(active, *mesh->shape(), Naming::kWholeObject);
         mesh->setSelectedVertices(runtime::verticesOn(HApiAccess::items(active), *mesh->shape()));
     }
     m_selectionChanged = false;
