@@ -4,6 +4,8 @@
 #include "scene/SkinClusterData.h"
 #include "scene/Transforms.h"
 
+#include <utility>
+
 namespace app::viewport {
 
 namespace {
@@ -97,9 +99,7 @@ void MeshDrawData::updatePose() {
 }
 
 bool MeshDrawData::takePoseChanged() {
-    bool changed = m_poseChanged;
-    m_poseChanged = false;
-    return changed;
+    return std::exchange(m_poseChanged, false);
 }
 
 QVector3D MeshDrawData::worldPosition(unsigned vertex) const {
@@ -128,9 +128,7 @@ void MeshDrawData::setSelectedVertices(std::vector<unsigned> vertices) {
 }
 
 bool MeshDrawData::takeSelectionChanged() {
-    bool changed = m_selectionChanged;
-    m_selectionChanged = false;
-    return changed;
+    return std::exchange(m_selectionChanged, false);
 }
 
 } // namespace app::viewport

@@ -11,6 +11,8 @@
 #include "scene/SkinLinks.h"
 #include "scene/Transforms.h"
 
+#include <utility>
+
 namespace app::viewport {
 
 namespace {
@@ -100,9 +102,7 @@ void SceneView::sceneChanged(const runtime::SceneChange& change) {
 }
 
 bool SceneView::takeSceneReplaced() {
-    bool replaced = m_sceneReplaced;
-    m_sceneReplaced = false;
-    return replaced;
+    return std::exchange(m_sceneReplaced, false);
 }
 
 void SceneView::prepare() {

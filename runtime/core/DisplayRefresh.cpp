@@ -9,10 +9,18 @@ const bool registered = registerHostModule(
 
 } // namespace
 
-unsigned long long DisplayRefresh::subscribe(Redraw redraw) {
+unsigned long long DisplayRefresh::add(CallbackList<Redraw>& list, Redraw redraw) {
     unsigned long long id = host().nextCallbackId();
-    m_subscribers.add(id, std::move(redraw), nullptr);
+    list.add(id, std::move(redraw), nullptr);
     return id;
+}
+
+void DisplayRefresh::callAll(const CallbackList<Redraw>& list) {
+    list.call([](const Redraw& redraw, void*) { redraw(); });
+}
+
+unsigned long long DisplayRefresh::subscribe(Redraw redraw) {
+    return add(m_subscribers, std::move(redraw));
 }
 
 bool DisplayRefresh::unsubscribe(unsigned long long id) {
@@ -20,13 +28,11 @@ bool DisplayRefresh::unsubscribe(unsigned long long id) {
 }
 
 void DisplayRefresh::request() {
-    m_subscribers.call([](const Redraw& redraw, void*) { redraw(); });
+    callAll(m_subscribers);
 }
 
 unsigned long long DisplayRefresh::watch(Redraw changed) {
-    unsigned long long id = host().nextCallbackId();
-    m_watchers.add(id, std::move(changed), nullptr);
-    return id;
+    return add(m_watchers, std::move(changed));
 }
 
 bool DisplayRefresh::unwatch(unsigned long long id) {
@@ -34,7 +40,7 @@ bool DisplayRefresh::unwatch(unsigned long long id) {
 }
 
 void DisplayRefresh::changed() {
-    m_watchers.call([](const Redraw& changed, void*) { changed(); });
+    callAll(m_watchers);
 }
 
 } // namespace runtime

@@ -30,6 +30,9 @@ public:
     void changed();
 
 private:
+    static unsigned long long add(CallbackList<Redraw>& list, Redraw redraw);
+    static void callAll(const CallbackList<Redraw>& list);
+
     CallbackList<Redraw> m_subscribers;
     CallbackList<Redraw> m_watchers;
 };
