@@ -53,6 +53,8 @@ Viewport::Viewport(CommandRunner& runner, QWidget* parent)
 Viewport::~Viewport() {
     runtime::host().get<runtime::DisplayRefresh>().unsubscribe(m_refreshSubscription);
     releaseGl();
+    // The base class destroys the context, after this object's part is gone.
+    QObject::disconnect(m_contextGoing);
     // Destroying the context may deliver pending paint events (off screen it flushes the
     // window system's queue); the widget must not draw while it goes.
     setUpdatesEnabled(false);
@@ -72,8 +74,9 @@ QString Viewport::renderError() const {
 
 void Viewport::initializeGL() {
     // The context goes away with the widget's window; the GL objects go first.
-    connect(context(), &QOpenGLContext::aboutToBeDestroyed, this, &Viewport::releaseGl,
-            Qt::UniqueConnection);
+    QObject::disconnect(m_contextGoing);
+    m_contextGoing =
+        connect(context(), &QOpenGLContext::aboutToBeDestroyed, this, &Viewport::releaseGl);
     if (m_gl.initializeOpenGLFunctions())
         m_renderer.initialize(m_gl);
 }

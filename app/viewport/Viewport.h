@@ -74,6 +74,7 @@ private:
     Renderer m_renderer;
     QOpenGLFunctions_3_3_Core m_gl;
     QCheckBox* m_unnormalisedToggle;
+    QMetaObject::Connection m_contextGoing;
     unsigned long long m_refreshSubscription = 0;
     unsigned long long m_frames = 0;
     bool m_framed = false;
