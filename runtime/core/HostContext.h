@@ -33,6 +33,7 @@ enum HostModuleRank {
     kMainWindowRank = 20,
     kSceneRank = 100,
     kSelectionRank = 200,
+    kDocumentRank = 250,
     kLanguageRank = 300,
     kUndoRank = 400,
     kCommandsRank = 500,

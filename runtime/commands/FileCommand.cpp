@@ -1,0 +1,116 @@
+// file: the scene as a file. One action per run:
+//   -new                       an empty scene
+//   -o -open PATH              the file's scene in place of the open one
+//   -s -save                   writes the scene under its name
+//   -rn -rename PATH           gives the scene a new name to save under (writes nothing)
+//   -i -import PATH            adds the file's scene to the open one (undone in one step)
+//   -ea -exportAll PATH        writes the whole scene to PATH, keeping its name
+//   -q -sn -sceneName          gives the scene's name ("" when it has none)
+// -new and -open refuse to throw away unsaved changes ("The scene has unsaved changes.") unless
+// -f (-force) is given. Formats go by the path's extension (document/SceneDocument.h). A file
+// that cannot be read or written is reported with the file's name and the problem, and leaves
+// the scene as it was. -open, -save, -rename, -import and -exportAll give the path.
+#include "commands/CommandSupport.h"
+#include "document/SceneDocument.h"
+#include "lang/BuiltInCommand.h"
+
+namespace {
+
+const char* const kActions[] = {"new", "open", "save", "rename", "import", "exportAll"};
+
+class FileCommand : public runtime::SceneEditCommand {
+public:
+    static HSyntax createSyntax() {
+        HSyntax syntax;
+        syntax.addFlag("-new", "-new");
+        syntax.addFlag("-o", "-open", HSyntax::kString);
+        syntax.addFlag("-s", "-save");
+        syntax.addFlag("-rn", "-rename", HSyntax::kString);
+        syntax.addFlag("-i", "-import", HSyntax::kString);
+        syntax.addFlag("-ea", "-exportAll", HSyntax::kString);
+        syntax.addFlag("-sn", "-sceneName");
+        syntax.addFlag("-f", "-force");
+        syntax.enableQuery();
+        return syntax;
+    }
+
+    HStatus doIt(const HArgList& args) override {
+        HArgParser parser(syntax(), args);
+        runtime::SceneDocument& document = runtime::sceneDocument();
+        if (parser.isQuery()) {
+            if (!parser.isFlagSet("sceneName"))
+                return runtime::reportFailure("file", "Query -sceneName.");
+            setResult(HString(document.name()));
+            return HS::kSuccess;
+        }
+        std::string action;
+        for (const char* flag : kActions) {
+            if (!parser.isFlagSet(flag))
+                continue;
+            if (!action.empty())
+                return runtime::reportFailure("file", "Give one of -" + action + " and -" + flag +
+                                                          ", not both.");
+            action = flag;
+        }
+        if (action.empty())
+            return runtime::reportFailure(
+                "file", "Give one of -new, -open, -save, -rename, -import and -exportAll.");
+        if (runtime::commandObjects(parser).length() > 0)
+            return runtime::reportFailure("file", "It takes no objects, only its flags.");
+        const std::string path = action == "new" || action == "save"
+                                     ? std::string()
+                                     : parser.flagArgumentString(action.c_str(), 0).str();
+        if ((action == "new" || action == "open") && m_scene.isModified() &&
+            !parser.isFlagSet("force"))
+            return runtime::commandError("The scene has unsaved changes.");
+        return run(action, path, document);
+    }
+
+private:
+    HStatus run(const std::string& action, const std::string& path,
+                runtime::SceneDocument& document) {
+        if (action == "new") {
+            document.newScene();
+            return HS::kSuccess;
+        }
+        if (action == "rename") {
+            document.rename(path);
+            setResult(HString(path));
+            return HS::kSuccess;
+        }
+        if (action == "save" && document.name().empty())
+            return runtime::reportFailure(
+                "file", "The scene has no name to save under; give it one with -rename.");
+        runtime::FileResult result;
+        if (action == "open") {
+            result = document.open(path);
+        } else if (action == "save") {
+            result = document.save();
+        } else if (action == "exportAll") {
+            result = document.exportAll(path);
+        } else {
+            std::vector<runtime::NodePtr> added;
+            result = document.import(path, added);
+            m_journal.nodesCreated(added);
+        }
+        return finish(result, action == "save" ? document.name() : path);
+    }
+
+    HStatus finish(const runtime::FileResult& result, const std::string& path) {
+        for (const std::string& warning : result.warnings)
+            HGlobal::displayWarning(HString(warning));
+        if (result.outcome == runtime::FileResult::Outcome::kCancelled) {
+            HGlobal::displayWarning(HString(result.message));
+            return HStatus(HS::kFailure, result.message);
+        }
+        if (!result.ok())
+            return runtime::commandError(result.message);
+        setResult(HString(path));
+        return HS::kSuccess;
+    }
+};
+
+const bool registered = runtime::registerBuiltInCommand("file", runtime::createCommand<FileCommand>,
+                                                        &FileCommand::createSyntax);
+
+} // namespace

@@ -1,0 +1,40 @@
+// NativeSceneFormat: the vocabulary the native scene writer and reader share: the header, and
+// how numbers, attribute values and dynamic attribute definitions are written as JSON.
+//
+// Numbers are written as JSON numbers in the shortest form that reads back as the same double,
+// so that every value comes back bit for bit; JSON has no words for the values that are not
+// finite, so those are written as the strings "nan", "inf" and "-inf". The whole format is
+// described in docs/vscene-format.md.
+//
+// The readers here check what they are given against what the attribute holds and fail with a
+// problem text, never with an exception.
+#pragma once
+
+#include "scene/AttributeDef.h"
+#include "scene/Value.h"
+
+#include <nlohmann/json.hpp>
+#include <string>
+
+namespace runtime {
+
+using NativeJson = nlohmann::ordered_json;
+
+constexpr const char* kNativeSceneFormat = "vorel-scene";
+constexpr int kNativeSceneVersion = 1;
+
+NativeJson numberJson(double value);
+bool readNumber(const NativeJson& json, double& value);
+// A whole number from minimum to maximum.
+bool readInteger(const NativeJson& json, long long minimum, long long maximum, long long& value);
+
+// A stored value; null for "no value".
+NativeJson valueJson(const Value& value);
+// A value of the given type; the JSON must be of that kind (true/false for bool, an integer
+// for int, a number for double, a string, a list of strings).
+bool readValue(const NativeJson& json, ValueType type, Value& value, std::string& problem);
+
+NativeJson definitionJson(const AttributeDef& attribute);
+AttributePtr readDefinition(const NativeJson& json, std::string& problem);
+
+} // namespace runtime
