@@ -1,7 +1,12 @@
 #include "document/NativeSceneFormat.h"
 
+#include <QByteArray>
+#include <QtEndian>
 #include <cmath>
+#include <cstring>
 #include <limits>
+#include <stdexcept>
+#include <type_traits>
 
 namespace runtime {
 
@@ -9,6 +14,9 @@ namespace {
 
 const char* const kValueTypeNames[] = {"none", "bool", "int", "double", "string", "stringArray"};
 const char* const kKindNames[] = {"numeric", "typed", "compound", "message", "geometry"};
+
+// Base64 text of more bytes would not fit the QByteArray that makes it.
+constexpr std::size_t kMaxPackedBytes = 0x5FFFFFFF;
 
 template <std::size_t N> int indexOfName(const char* const (&names)[N], const NativeJson& json) {
     if (!json.is_string())
@@ -142,6 +150,57 @@ bool readInteger(const NativeJson& json, long long minimum, long long maximum, l
     value = json.get<long long>();
     return value >= minimum && value <= maximum;
 }
+
+template <typename T> NativeJson packedList(const std::vector<T>& values) {
+    static_assert(Q_BYTE_ORDER == Q_LITTLE_ENDIAN,
+                  "packed lists are stored as the host holds them");
+    if (values.size() > kMaxPackedBytes / sizeof(T))
+        throw std::length_error("a list is too long to pack");
+    const QByteArray raw = QByteArray::fromRawData(reinterpret_cast<const char*>(values.data()),
+                                                   static_cast<int>(values.size() * sizeof(T)));
+    const QByteArray text = raw.toBase64();
+    return std::string(text.constData(), static_cast<std::size_t>(text.size()));
+}
+
+template <typename T> bool readList(const NativeJson& json, std::vector<T>& values) {
+    if (json.is_string()) {
+        const std::string& text = json.get_ref<const std::string&>();
+        if (text.size() > static_cast<std::size_t>(std::numeric_limits<int>::max()))
+            return false;
+        const QByteArray::FromBase64Result decoded = QByteArray::fromBase64Encoding(
+            QByteArray::fromRawData(text.data(), static_cast<int>(text.size())),
+            QByteArray::AbortOnBase64DecodingErrors);
+        const auto bytes = static_cast<std::size_t>(decoded.decoded.size());
+        if (!decoded || bytes % sizeof(T) != 0)
+            return false;
+        values.resize(bytes / sizeof(T));
+        std::memcpy(values.data(), decoded.decoded.constData(), bytes);
+        return true;
+    }
+    if (!json.is_array())
+        return false;
+    values.resize(json.size());
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        if constexpr (std::is_floating_point_v<T>) {
+            if (!readNumber(json[i], values[i]))
+                return false;
+        } else {
+            long long number = 0;
+            if (!readInteger(json[i], std::numeric_limits<T>::min(), std::numeric_limits<T>::max(),
+                             number))
+                return false;
+            values[i] = static_cast<T>(number);
+        }
+    }
+    return true;
+}
+
+template NativeJson packedList(const std::vector<double>&);
+template NativeJson packedList(const std::vector<std::int32_t>&);
+template NativeJson packedList(const std::vector<std::uint16_t>&);
+template bool readList(const NativeJson&, std::vector<double>&);
+template bool readList(const NativeJson&, std::vector<std::int32_t>&);
+template bool readList(const NativeJson&, std::vector<std::uint16_t>&);
 
 NativeJson valueJson(const Value& value) {
     switch (valueTypeOf(value)) {

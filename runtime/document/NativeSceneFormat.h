@@ -3,8 +3,11 @@
 //
 // Numbers are written as JSON numbers in the shortest form that reads back as the same double,
 // so that every value comes back bit for bit; JSON has no words for the values that are not
-// finite, so those are written as the strings "nan", "inf" and "-inf". The whole format is
-// described in docs/vscene-format.md.
+// finite, so those are written as the strings "nan", "inf" and "-inf". The long lists of a
+// mesh and a skin (points, polygons, weights) are written packed: the base64 text of their
+// values in little-endian binary (float64, int32 or uint16 by list), which reads many times
+// faster than decimal numbers and keeps every bit; readers take them packed or as JSON lists of
+// numbers. The whole format is described in docs/vscene-format.md.
 //
 // The readers here check what they are given against what the attribute holds and fail with a
 // problem text, never with an exception.
@@ -13,8 +16,10 @@
 #include "scene/AttributeDef.h"
 #include "scene/Value.h"
 
+#include <cstdint>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <vector>
 
 namespace runtime {
 
@@ -27,6 +32,12 @@ NativeJson numberJson(double value);
 bool readNumber(const NativeJson& json, double& value);
 // A whole number from minimum to maximum.
 bool readInteger(const NativeJson& json, long long minimum, long long maximum, long long& value);
+
+// A list packed as base64 of the little-endian values (T: double, std::int32_t or
+// std::uint16_t). Throws std::length_error for lists of more than 1.5 GB.
+template <typename T> NativeJson packedList(const std::vector<T>& values);
+// A packed list, or a JSON list of numbers each of which T holds exactly.
+template <typename T> bool readList(const NativeJson& json, std::vector<T>& values);
 
 // A stored value; null for "no value".
 NativeJson valueJson(const Value& value);

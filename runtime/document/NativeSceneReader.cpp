@@ -9,6 +9,7 @@
 #include "scene/SkinClusterData.h"
 #include "scene/SkinLinks.h"
 
+#include <algorithm>
 #include <climits>
 #include <new>
 
@@ -278,36 +279,17 @@ bool NativeReading::readTree(const NativeJson& json, const AttributeDef& def,
     return status || fail("\"" + m_valueName + "\": " + status.errorString().str());
 }
 
-// Reads a list of numbers of one kind; false when the JSON is not such a list.
-template <typename T, typename ReadItem>
-bool readList(const NativeJson* json, std::vector<T>& values, ReadItem readItem) {
-    if (!json || !json->is_array())
-        return false;
-    values.resize(json->size());
-    for (std::size_t i = 0; i < values.size(); ++i)
-        if (!readItem((*json)[i], values[i]))
-            return false;
-    return true;
-}
-
-bool readDouble(const NativeJson& json, double& value) {
-    return readNumber(json, value);
-}
-
-bool readInt(const NativeJson& json, int& value) {
-    long long number = 0;
-    if (!readInteger(json, INT_MIN, INT_MAX, number))
-        return false;
-    value = static_cast<int>(number);
-    return true;
-}
-
 bool readMatrix(const NativeJson& json, Matrix& matrix) {
     std::vector<double> values;
-    if (!readList(&json, values, readDouble) || values.size() != 16)
+    if (!readList(json, values) || values.size() != 16)
         return false;
     matrix = Matrix::fromColumnMajor(values.data());
     return true;
+}
+
+// A list of ints that may be missing (json null).
+bool readInts(const NativeJson* json, std::vector<int>& values) {
+    return json && readList(*json, values);
 }
 
 bool NativeReading::readMesh(int index, const NativeJson& json) {
@@ -318,10 +300,11 @@ bool NativeReading::readMesh(int index, const NativeJson& json) {
         return fail(where(index) + " has mesh data that is not an object");
     std::vector<double> coordinates;
     MeshGeometry geometry;
-    if (!readList(member(json, "points"), coordinates, readDouble) || coordinates.size() % 3 != 0)
+    const NativeJson* points = member(json, "points");
+    if (!points || !readList(*points, coordinates) || coordinates.size() % 3 != 0)
         return fail(where(index) + " has \"points\" that are not a list of x, y, z numbers");
-    if (!readList(member(json, "polygonSizes"), geometry.polygonSizes, readInt) ||
-        !readList(member(json, "polygonVertices"), geometry.polygonVertices, readInt))
+    if (!readInts(member(json, "polygonSizes"), geometry.polygonSizes) ||
+        !readInts(member(json, "polygonVertices"), geometry.polygonVertices))
         return fail(where(index) + " has polygons that are not lists of whole numbers");
     geometry.points.reserve(coordinates.size() / 3);
     for (std::size_t i = 0; i < coordinates.size(); i += 3)
@@ -337,10 +320,9 @@ bool NativeReading::readSkin(int index, const NativeJson& json) {
     const NativeJson* matricesJson = member(json, "bindPreMatrices");
     std::vector<int> influenceIndices;
     const int nodeCount = static_cast<int>(m_nodes.size());
-    auto readNodeIndex = [nodeCount](const NativeJson& item, int& value) {
-        return readInt(item, value) && value >= 0 && value < nodeCount;
-    };
-    if (!readList(influencesJson, influenceIndices, readNodeIndex))
+    if (!readInts(influencesJson, influenceIndices) ||
+        std::any_of(influenceIndices.begin(), influenceIndices.end(),
+                    [nodeCount](int node) { return node < 0 || node >= nodeCount; }))
         return fail(where(index) + " has influences that are not nodes of the file");
     if (!matricesJson || !matricesJson->is_array() ||
         matricesJson->size() != influenceIndices.size())
@@ -371,50 +353,42 @@ bool NativeReading::readSkin(int index, const NativeJson& json) {
 
 bool NativeReading::readWeights(int index, const NativeJson& json, unsigned influenceCount,
                                 SkinWeights& weights) {
-    const NativeJson* counts = member(json, "counts");
-    const NativeJson* influences = member(json, "influences");
-    const NativeJson* values = member(json, "values");
-    if (!counts || !counts->is_array() || !influences || !influences->is_array() || !values ||
-        !values->is_array())
-        return fail(where(index) +
-                    " has weights without \"counts\", \"influences\" and \"values\"");
-    if (influences->size() != values->size())
-        return fail(where(index) + " has " + std::to_string(influences->size()) +
-                    " weight influences but " + std::to_string(values->size()) + " weight values");
-    weights = SkinWeights(static_cast<unsigned>(counts->size()));
-    weights.reserveEntries(values->size());
-    std::vector<SkinWeights::Influence> vertexInfluences;
-    std::vector<double> vertexWeights;
+    std::vector<std::uint16_t> counts, influences;
+    std::vector<double> values;
+    const NativeJson* countsJson = member(json, "counts");
+    const NativeJson* influencesJson = member(json, "influences");
+    const NativeJson* valuesJson = member(json, "values");
+    if (!countsJson || !readList(*countsJson, counts) || !influencesJson ||
+        !readList(*influencesJson, influences) || !valuesJson || !readList(*valuesJson, values))
+        return fail(where(index) + " has weight lists (\"counts\", \"influences\", \"values\") "
+                                   "that are missing or hold numbers out of range");
+    if (influences.size() != values.size())
+        return fail(where(index) + " has " + std::to_string(influences.size()) +
+                    " weight influences but " + std::to_string(values.size()) + " weight values");
+    weights = SkinWeights(static_cast<unsigned>(counts.size()));
+    weights.reserveEntries(values.size());
     std::vector<char> seen(influenceCount, 0);
     std::size_t entry = 0;
-    for (std::size_t v = 0; v < counts->size(); ++v) {
-        long long count = 0;
-        if (!readInteger((*counts)[v], 0, influenceCount, count) ||
-            static_cast<std::size_t>(count) > values->size() - entry)
+    for (std::size_t v = 0; v < counts.size(); ++v) {
+        const std::size_t count = counts[v];
+        if (count > influenceCount || count > values.size() - entry)
             return fail(where(index) + " has a weight count for vertex " + std::to_string(v) +
                         " that is out of range");
-        vertexInfluences.resize(static_cast<std::size_t>(count));
-        vertexWeights.resize(static_cast<std::size_t>(count));
-        for (long long i = 0; i < count; ++i, ++entry) {
-            long long influence = 0;
-            if (!readInteger((*influences)[entry], 0, static_cast<long long>(influenceCount) - 1,
-                             influence) ||
-                seen[influence])
+        const SkinWeights::Influence* vertexInfluences = influences.data() + entry;
+        for (std::size_t i = 0; i < count; ++i) {
+            if (vertexInfluences[i] >= influenceCount || seen[vertexInfluences[i]])
                 return fail(where(index) + " has an influence out of range or twice on vertex " +
                             std::to_string(v));
-            if (!readNumber((*values)[entry], vertexWeights[i]))
-                return fail(where(index) + " has a weight that is not a number on vertex " +
-                            std::to_string(v));
-            seen[influence] = 1;
-            vertexInfluences[i] = static_cast<SkinWeights::Influence>(influence);
+            seen[vertexInfluences[i]] = 1;
         }
-        for (SkinWeights::Influence influence : vertexInfluences)
-            seen[influence] = 0;
-        weights.assign(static_cast<unsigned>(v), vertexInfluences.data(), vertexWeights.data(),
+        for (std::size_t i = 0; i < count; ++i)
+            seen[vertexInfluences[i]] = 0;
+        weights.assign(static_cast<unsigned>(v), vertexInfluences, values.data() + entry,
                        static_cast<unsigned>(count));
+        entry += count;
     }
-    if (entry != values->size())
-        return fail(where(index) + " has " + std::to_string(values->size() - entry) +
+    if (entry != values.size())
+        return fail(where(index) + " has " + std::to_string(values.size() - entry) +
                     " weights beyond its counts");
     return true;
 }

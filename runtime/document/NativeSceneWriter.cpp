@@ -82,6 +82,8 @@ FileResult NativeWriting::run() {
         text += "],\n\"connections\": [\n" + connectionsText() + "]\n}\n";
     } catch (const std::bad_alloc&) {
         return FileResult::failed(writeFailure(m_path, "there is not enough memory"));
+    } catch (const std::length_error&) {
+        return FileResult::failed(writeFailure(m_path, "the scene is too large for this format"));
     }
     FileResult result =
         writeFileAtomically(m_path, {{text.data(), text.size()}}, m_progress, 0.7, 1.0);
@@ -114,14 +116,13 @@ NativeJson NativeWriting::nodeJson(const Node& node) {
 }
 
 NativeJson NativeWriting::meshJson(const MeshData& mesh) {
-    NativeJson points = NativeJson::array();
-    points.get_ref<NativeJson::array_t&>().reserve(mesh.points().size() * 3);
+    std::vector<double> coordinates;
+    coordinates.reserve(mesh.points().size() * 3);
     for (const HPoint& p : mesh.points())
-        for (double value : {p.x, p.y, p.z})
-            points.push_back(numberJson(value));
-    return {{"points", std::move(points)},
-            {"polygonSizes", mesh.geometry().polygonSizes},
-            {"polygonVertices", mesh.geometry().polygonVertices}};
+        coordinates.insert(coordinates.end(), {p.x, p.y, p.z});
+    return {{"points", packedList(coordinates)},
+            {"polygonSizes", packedList(mesh.geometry().polygonSizes)},
+            {"polygonVertices", packedList(mesh.geometry().polygonVertices)}};
 }
 
 NativeJson NativeWriting::skinJson(const Node& cluster) {
@@ -142,20 +143,20 @@ NativeJson NativeWriting::skinJson(const Node& cluster) {
                              std::to_string(kept.size() - influences.size()) +
                              " deleted influences.");
     const SkinWeights& weights = data.weights();
-    std::vector<unsigned> counts;
-    std::vector<int> entryInfluences;
-    NativeJson values = NativeJson::array();
+    std::vector<std::uint16_t> counts;
+    std::vector<std::uint16_t> entryInfluences;
+    std::vector<double> values;
     counts.reserve(weights.vertexCount());
     entryInfluences.reserve(weights.entryTotal());
-    values.get_ref<NativeJson::array_t&>().reserve(weights.entryTotal());
+    values.reserve(weights.entryTotal());
     for (unsigned v = 0; v < weights.vertexCount(); ++v) {
-        unsigned count = 0;
+        std::uint16_t count = 0;
         for (unsigned i = 0; i < weights.entryCount(v); ++i) {
             const int influence = kept[weights.influences(v)[i]];
             if (influence < 0)
                 continue;
-            entryInfluences.push_back(influence);
-            values.push_back(numberJson(weights.weights(v)[i]));
+            entryInfluences.push_back(static_cast<std::uint16_t>(influence));
+            values.push_back(weights.weights(v)[i]);
             ++count;
         }
         counts.push_back(count);
@@ -164,7 +165,9 @@ NativeJson NativeWriting::skinJson(const Node& cluster) {
             {"bindPreMatrices", std::move(bindPre)},
             {"geometryMatrix", matrixJson(data.geometryMatrix())},
             {"weights",
-             {{"counts", counts}, {"influences", entryInfluences}, {"values", std::move(values)}}}};
+             {{"counts", packedList(counts)},
+              {"influences", packedList(entryInfluences)},
+              {"values", packedList(values)}}}};
 }
 
 std::string NativeWriting::connectionsText() {
