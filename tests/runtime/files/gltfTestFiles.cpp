@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
 #include <stdexcept>
 
@@ -52,6 +53,28 @@ std::string importModelPath(const std::string& name) {
 
 std::string FolderTest::path(const std::string& name) const {
     return m_folder.filePath(QString::fromStdString(name)).toStdString();
+}
+
+std::vector<Json> validateGltf(const std::vector<std::string>& files) {
+    std::string command = std::string("'") + VOREL_NODE + "' '" + VOREL_VALIDATE_SCRIPT + "' '" +
+                          VOREL_GLTF_VALIDATOR + "'";
+    for (const std::string& file : files)
+        command += " '" + file + "'";
+    std::vector<Json> reports;
+    FILE* output = popen(command.c_str(), "r");
+    if (!output)
+        return reports;
+    std::string line;
+    for (int c = std::fgetc(output); c != EOF; c = std::fgetc(output)) {
+        if (c != '\n') {
+            line += static_cast<char>(c);
+            continue;
+        }
+        reports.push_back(Json::parse(line, nullptr, false));
+        line.clear();
+    }
+    pclose(output);
+    return reports;
 }
 
 runtime::SceneDescription readScene(const std::string& path) {
