@@ -62,6 +62,11 @@ void HostContext::createModules() {
         add(module.factory(*this));
 }
 
+void HostContext::shutDownModules() {
+    for (auto it = m_modules.rbegin(); it != m_modules.rend(); ++it)
+        (*it)->shutDown();
+}
+
 void HostContext::add(std::unique_ptr<HostModule> module) {
     HostModule* raw = module.get();
     m_byType[std::type_index(typeid(*raw))] = raw;
@@ -101,6 +106,8 @@ HStatus HLibrary::initialize(const HString& applicationName) {
 }
 
 void HLibrary::cleanup() {
+    if (runtime::hostRunning())
+        runtime::runningHost()->shutDownModules();
     runtime::runningHost().reset();
 }
 

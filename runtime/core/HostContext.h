@@ -7,7 +7,9 @@
 // initialize() creates them in ascending rank and cleanup() destroys them in the reverse order,
 // so a module may use any module of lower rank for its whole life. While modules are being
 // destroyed host() is no longer there: a module that needs a lower-rank module in its
-// destructor keeps a reference to it from its constructor.
+// destructor keeps a reference to it from its constructor. Work that needs the whole host
+// (running commands, printing) goes in shutDown(), which cleanup() calls on every module,
+// highest rank first, before any module is destroyed.
 #pragma once
 
 #include "HString.h"
@@ -24,6 +26,8 @@ class HostContext;
 class HostModule {
 public:
     virtual ~HostModule();
+    // The host is about to stop; every module still exists and host() still works.
+    virtual void shutDown() {}
 };
 
 // Ranks of the modules; lower ranks are created first and destroyed last.
@@ -54,6 +58,8 @@ public:
 
     // Creates every registered module, in rank order.
     void createModules();
+    // Calls shutDown() on every module, in reverse rank order.
+    void shutDownModules();
 
     template <typename T> T* find() const {
         auto it = m_byType.find(std::type_index(typeid(T)));
