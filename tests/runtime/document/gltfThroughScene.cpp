@@ -121,4 +121,19 @@ TEST_F(GltfThroughScene, ASceneMadeInTheHostIsWrittenAsANewDocument) {
               (std::vector<int>{2, 9}));
 }
 
+TEST_F(GltfThroughScene, WrittenFilesPassTheValidator) {
+    const Texts joints = influences();
+    const std::string mesh = stringResult("ls -type mesh");
+    ASSERT_TRUE(run("skinPercent -t " + joints[0] + " -tv 0.7 -nrm false skinCluster1 " + mesh +
+                    ".vtx[2:5]; setAttr " + joints[1] + ".lockInfluenceWeights 1"));
+    ASSERT_TRUE(run("file -ea \"" + path("edited.glb") + "\"; file -ea \"" + path("edited.gltf") +
+                    "\"; file -f -new"));
+    makeLegScene();
+    ASSERT_TRUE(run("file -ea \"" + path("leg.glb") + "\""));
+
+    const std::vector<std::string> written = {path("edited.glb"), path("edited.gltf"),
+                                              path("leg.glb")};
+    filetest::expectValidGltf(written);
+}
+
 } // namespace

@@ -55,15 +55,14 @@ std::string FolderTest::path(const std::string& name) const {
     return m_folder.filePath(QString::fromStdString(name)).toStdString();
 }
 
-std::vector<Json> validateGltf(const std::vector<std::string>& files) {
+void expectValidGltf(const std::vector<std::string>& files) {
     std::string command = std::string("'") + VOREL_NODE + "' '" + VOREL_VALIDATE_SCRIPT + "' '" +
                           VOREL_GLTF_VALIDATOR + "'";
     for (const std::string& file : files)
         command += " '" + file + "'";
     std::vector<Json> reports;
     FILE* output = popen(command.c_str(), "r");
-    if (!output)
-        return reports;
+    ASSERT_TRUE(output) << command;
     std::string line;
     for (int c = std::fgetc(output); c != EOF; c = std::fgetc(output)) {
         if (c != '\n') {
@@ -74,7 +73,11 @@ std::vector<Json> validateGltf(const std::vector<std::string>& files) {
         line.clear();
     }
     pclose(output);
-    return reports;
+    ASSERT_EQ(reports.size(), files.size()) << "the validator did not report on every file";
+    for (const Json& report : reports) {
+        ASSERT_TRUE(report.is_object());
+        EXPECT_EQ(report["errors"], 0) << report.dump(2);
+    }
 }
 
 runtime::SceneDescription readScene(const std::string& path) {
