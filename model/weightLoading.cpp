@@ -1,0 +1,236 @@
+// Loading the table from the scene's selection, and writing a table-shaped weight list back.
+#include "HDoubleArray.h"
+#include "HFnDagNode.h"
+#include "HFnDependencyNode.h"
+#include "HFnSingleIndexedComponent.h"
+#include "HFnSkinCluster.h"
+#include "HGlobal.h"
+#include "HIntArray.h"
+#include "HItGeometry.h"
+#include "HItMeshVertex.h"
+#include "HItSelectionList.h"
+#include "HPlug.h"
+#include "HPlugArray.h"
+#include "HQtUtil.h"
+#include "weightTableModel.h"
+
+#include <vector>
+
+using namespace weightRows;
+
+namespace {
+
+// The nodes of `type` that feed `plug` (its sources).
+void appendSourceNodes(const HPlug& plug, HFn::Type type, std::vector<HObject>& nodes) {
+    HPlugArray sources;
+    plug.connectedTo(sources, true, false);
+    for (unsigned i = 0; i < sources.length(); ++i) {
+        HObject node = sources[i].node();
+        if (node.apiType() == type)
+            nodes.push_back(node);
+    }
+}
+
+// The skin clusters deforming a shape, found through its object groups: each group's colour
+// is fed by the cluster's set, whose "usedBy" is fed by the cluster. One entry per hit.
+std::vector<HObject> skinClustersOf(const HObject& shape) {
+    std::vector<HObject> sets;
+    HPlug instances = HFnDependencyNode(shape).findPlug("instObjGroups", true);
+    for (unsigned i = 0; i < instances.numElements(); ++i) {
+        HPlug groups = instances[i].child(0);
+        for (unsigned j = 0; j < groups.numElements(); ++j)
+            appendSourceNodes(groups[j].child(2), HFn::kSet, sets);
+    }
+    std::vector<HObject> clusters;
+    for (const HObject& set : sets) {
+        HPlug usedBy = HFnDependencyNode(set).findPlug("usedBy", true);
+        for (unsigned k = 0; k < usedBy.numElements(); ++k)
+            appendSourceNodes(usedBy[k], HFn::kSkinClusterFilter, clusters);
+    }
+    return clusters;
+}
+
+// Every vertex of a shape, in the vertex iterator's order.
+HObject everyVertexOf(const HDagPath& shape) {
+    HFnSingleIndexedComponent vertices;
+    HObject component = vertices.create(HFn::kMeshVertComponent);
+    for (HItMeshVertex it(shape); !it.isDone(); it.next())
+        vertices.addElement(it.index());
+    return component;
+}
+
+HString vertexRowName(int vertex) {
+    HString number;
+    number.set(static_cast<double>(vertex));
+    return HString("vtx[") + number + "]";
+}
+
+} // namespace
+
+void weightTableModel::refreshSkinClusterData() {
+    beginResetModel();
+    takeLoadUndoCopies();
+    HSelectionList selection;
+    HGlobal::getActiveSelectionList(selection);
+    // With automatic updating, a click into empty space keeps the table.
+    const bool keepTable = autoUpdate && selection.isEmpty();
+    if (!keepTable) {
+        skinClusters.clear();
+        shapePaths.clear();
+        shapeComponents.clear();
+        rowNames.clear();
+        influencePaths.clear();
+        influenceColumns.clear();
+        weightRows.clear();
+        collectSelectedShapes(selection);
+        if (skinClusters.length() != 0 && shapePaths.length() != 0)
+            for (unsigned shape = 0; shape < shapePaths.length(); ++shape)
+                appendShapeRows(shape);
+    }
+    rebuildColumnLabels();
+    if (!weightRows.isEmpty())
+        roundAllRowsToPrecision();
+    endResetModel();
+}
+
+void weightTableModel::takeLoadUndoCopies() {
+    undoRowNames = rowNames;
+    undoInfluenceNames = influenceNames;
+    undoInfluenceColors = influenceColors;
+    undoSkinClusters = skinClusters;
+    undoShapePaths = shapePaths;
+    undoShapeComponents = shapeComponents;
+    undoInfluencePaths = influencePaths;
+    undoInfluenceColumns = influenceColumns;
+    snapshotWeightRows();
+}
+
+void weightTableModel::collectSelectedShapes(const HSelectionList& selection) {
+    for (HItSelectionList it(selection); !it.isDone(); it.next()) {
+        HDagPath path;
+        HObject component;
+        it.getDagPath(path, component);
+        const bool vertexSelection =
+            !component.isNull() && component.apiType() == HFn::kMeshVertComponent;
+        if (path.node().hasFn(HFn::kTransform))
+            path.extendToShape();
+        // Faces, edges and other components are not weights to show.
+        if (!component.isNull() && !vertexSelection)
+            continue;
+        for (const HObject& cluster : skinClustersOf(path.node())) {
+            skinClusters.append(cluster);
+            shapePaths.append(path);
+            shapeComponents.append(component);
+            HDagPathArray influences;
+            HFnSkinCluster(cluster).influenceObjects(influences);
+            for (unsigned i = 0; i < influences.length(); ++i)
+                addInfluence(influences[i]);
+        }
+    }
+}
+
+void weightTableModel::appendShapeRows(unsigned shape) {
+    const HDagPath& path = shapePaths[shape];
+    rowNames.append(HFnDagNode(path).name());
+    HFnSkinCluster cluster(skinClusters[shape]);
+    const int columns = static_cast<int>(influencePaths.length());
+    const int headerRow = weightRows.size();
+    weightRows.append(WeightRow(columns + 1, kHeaderCell));
+    if (shapeComponents.length() == 0)
+        return;
+
+    HDoubleArray weights;
+    unsigned count = 0;
+    cluster.getWeights(path, everyVertexOf(path), weights, count);
+    HDagPathArray influences;
+    cluster.influenceObjects(influences);
+    std::vector<int> elementOf(count);
+    for (unsigned k = 0; k < count && k < influences.length(); ++k)
+        elementOf[k] = columnOfInfluence(influences[k]) + 1;
+
+    WeightRow rowTemplate(columns + 1, kMissingInfluence);
+    rowTemplate[0] = static_cast<double>(shape);
+    const double* all = weights.length() != 0 ? &weights[0] : nullptr;
+    // `first` is the position of the vertex's weights in the array read above.
+    auto appendVertexRow = [&](int vertex, size_t first) {
+        if (first + count > weights.length())
+            return;
+        rowNames.append(vertexRowName(vertex));
+        WeightRow row = rowTemplate;
+        double* cells = row.data();
+        double sum = 0.0;
+        for (unsigned k = 0; k < count; ++k) {
+            cells[elementOf[k]] = all[first + k];
+            sum += all[first + k];
+        }
+        weightRows.append(row);
+        if (!isNormalised(sum, precision))
+            weightRows[headerRow][0] = kUnnormalisedShapeRow;
+    };
+
+    if (shapeComponents[shape].isNull()) {
+        size_t ordinal = 0;
+        for (HItGeometry it(path); !it.isDone(); it.next(), ++ordinal)
+            appendVertexRow(it.index(), ordinal * count);
+    } else {
+        // The weights cover every vertex in index order, so a selected vertex is found by
+        // its index.
+        HFnSingleIndexedComponent selected(shapeComponents[shape]);
+        const unsigned elements = selected.elementCount();
+        for (unsigned e = 0; e < elements; ++e) {
+            const int vertex = selected.element(e);
+            appendVertexRow(vertex, static_cast<size_t>(vertex) * count);
+        }
+    }
+}
+
+void weightTableModel::rebuildColumnLabels() {
+    influenceNames.clear();
+    influenceColors.clear();
+    for (unsigned i = 0; i < influencePaths.length(); ++i) {
+        HFnDagNode influence(influencePaths[i]);
+        influenceNames.append(influence.name());
+        const HColor color = influence.dormantColor();
+        influenceColors.append(QColor::fromRgbF(color.r, color.g, color.b, 1.0));
+    }
+}
+
+void weightTableModel::writeWeightRowsToScene(const WeightRows& rows) {
+    for (int r = 0; r < rows.size(); ++r) {
+        const WeightRow& row = rows[r];
+        if (!isVertexRow(row))
+            continue;
+        const int shape = static_cast<int>(row[0]);
+        if (shape >= static_cast<int>(shapePaths.length()))
+            continue;
+        const HObject& cluster = skinClusters[static_cast<unsigned>(shape)];
+        int vertex = 0;
+        if (!vertexIndexOfRowName(headerData(r, Qt::Vertical, Qt::DisplayRole).toString(),
+                                  vertex)) {
+            HGlobal::displayError("There is some error with parsing the vertex index value.");
+            return;
+        }
+        HFnSingleIndexedComponent single;
+        HObject component = single.create(HFn::kMeshVertComponent);
+        single.addElement(vertex);
+        HDoubleArray values;
+        HIntArray indices;
+        for (int c = 0; c + 1 < row.size(); ++c) {
+            if (row[c + 1] < 0.0)
+                continue;
+            values.append(row[c + 1]);
+            const HString name =
+                HQtUtil::toHString(headerData(c, Qt::Horizontal, Qt::DisplayRole).toString());
+            const int index = influenceIndexByName(cluster, name);
+            if (index != -1)
+                indices.append(index);
+        }
+        if (values.length() != indices.length()) {
+            HGlobal::displayInfo(
+                "Weight list length and Joint list length doesn't match for this component.");
+            return;
+        }
+        HFnSkinCluster(cluster).setWeights(shapePaths[static_cast<unsigned>(shape)], component,
+                                           indices, values, true);
+    }
+}

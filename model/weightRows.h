@@ -1,0 +1,68 @@
+// weightRows: the encoding of the weight table's body, shared by the model and the commands.
+//
+// A table row is a list of doubles: element 0 is the row marker (a shape header row holds
+// kShapeRow, or kUnnormalisedShapeRow when one of its vertices does not sum to one; a vertex
+// row holds its shape's index), element c + 1 holds column c: a weight from 0 to 1,
+// kMissingInfluence where the row's skin cluster lacks the column's influence, kHeaderCell in
+// every cell of a shape header row. The sentinels are compared exactly.
+//
+// Rows are implicitly shared Qt vectors: copying the whole list (every command keeps one)
+// shares the rows, and an edit detaches only the rows it changes. The helpers here are pure
+// and cannot fail.
+#pragma once
+
+#include <QString>
+#include <QVector>
+#include <cmath>
+
+using WeightRow = QVector<double>;
+using WeightRows = QVector<WeightRow>;
+
+namespace weightRows {
+
+constexpr double kShapeRow = -1.0;
+constexpr double kUnnormalisedShapeRow = -5.0;
+constexpr double kHeaderCell = -1.0;
+constexpr double kMissingInfluence = -2.0;
+
+// A marker of 0 or more is a vertex row of the shape with that index.
+inline bool isVertexRow(const WeightRow& row) {
+    return !row.isEmpty() && row[0] >= 0.0;
+}
+
+// The display rounding: ceil(w * 10^precision - 0.49) / 10^precision, in plain double
+// arithmetic, so that the results match the weights users have always seen.
+inline double roundToPrecision(double weight, int precision) {
+    const double scale = std::pow(10.0, precision);
+    return std::ceil(weight * scale - 0.49) / scale;
+}
+
+// How far a vertex's sum may stray from one and still count as normalised.
+inline double normalisedTolerance(int precision) {
+    return std::pow(0.1, precision);
+}
+
+// The sum of a vertex row's weights, leaving out the columns its skin cluster lacks.
+inline double weightSum(const WeightRow& row) {
+    double sum = 0.0;
+    for (int i = 1; i < row.size(); ++i)
+        if (row[i] != kMissingInfluence)
+            sum += row[i];
+    return sum;
+}
+
+inline bool isNormalised(double sum, int precision) {
+    return std::fabs(sum - 1.0) < normalisedTolerance(precision);
+}
+
+// The vertex index of a vertex row's header text "vtx[N]": the text without its first four
+// and its last character, read as a number. False when that is not a number.
+inline bool vertexIndexOfRowName(const QString& name, int& vertex) {
+    bool ok = false;
+    double value = name.mid(4, name.size() - 5).toDouble(&ok);
+    if (ok)
+        vertex = static_cast<int>(value);
+    return ok;
+}
+
+} // namespace weightRows

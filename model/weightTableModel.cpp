@@ -1,0 +1,96 @@
+// The model's members, its life (callback registration), the lookups that tie rows to shapes
+// and columns to influences, and the two mode flags.
+#include "weightTableModel.h"
+
+#include "HDagPathArray.h"
+#include "HEventMessage.h"
+#include "HFnDagNode.h"
+#include "HFnSkinCluster.h"
+#include "HMessage.h"
+#include "HQtUtil.h"
+
+bool weightTableModel::autoUpdate = false;
+bool weightTableModel::selectionGuard = false;
+
+weightTableModel::weightTableModel(QObject* parent)
+    : QAbstractTableModel(parent), pendingColumn(0), sliderValue(0.0), sliderDelta(0.0),
+      sliderAbsolute(false), floodValue(0.0), paintSmoothOpacity(0.0), precision(3),
+      lastPrecision(3), maxInfluences(4), lastMaxInfluences(4), filterOn(false), hilightOn(false),
+      skinPaintSmoothMode(false), smoothSkinWeightsMode(false), topRightValue(0.0),
+      currentCellValue(0.0), tableView(nullptr), selectionChangedCallbackId(0),
+      sceneOpenedCallbackId(0), sceneJustOpened(false) {
+    selectionChangedCallbackId =
+        HEventMessage::addEventCallback("SelectionChanged", selectionChangedCallback, this);
+    sceneOpenedCallbackId =
+        HEventMessage::addEventCallback("SceneOpened", sceneOpenedCallback, this);
+}
+
+weightTableModel::~weightTableModel() {
+    HMessage::removeCallback(selectionChangedCallbackId);
+    HMessage::removeCallback(sceneOpenedCallbackId);
+}
+
+int weightTableModel::columnOfInfluence(const HDagPath& influence) const {
+    return influenceColumns.value(HQtUtil::toQString(influence.fullPathName()), -1);
+}
+
+int weightTableModel::columnOfInfluenceName(const HString& fullPathName) const {
+    return influenceColumns.value(HQtUtil::toQString(fullPathName), -1);
+}
+
+int weightTableModel::rowOfShape(const HDagPath& shape) const {
+    const QString name = HQtUtil::toQString(HFnDagNode(shape).name());
+    for (int row = 0; row < weightRows.size(); ++row) {
+        if (weightRows[row][0] >= 0.0)
+            continue;
+        if (headerData(row, Qt::Vertical, Qt::DisplayRole).toString() == name)
+            return row;
+    }
+    return -1;
+}
+
+int weightTableModel::shapeIndexOfNode(const HDagPath& shape) const {
+    const HString name = HFnDagNode(shape).name();
+    int found = -1;
+    for (unsigned i = 0; i < shapePaths.length(); ++i)
+        if (HFnDagNode(shapePaths[i]).name() == name)
+            found = static_cast<int>(i);
+    return found;
+}
+
+int weightTableModel::influenceIndexByName(const HObject& skinCluster, const HString& name) const {
+    HDagPathArray influences;
+    unsigned count = HFnSkinCluster(skinCluster).influenceObjects(influences);
+    for (unsigned i = 0; i < count; ++i)
+        if (HFnDagNode(influences[i]).name() == name)
+            return static_cast<int>(i);
+    return -1;
+}
+
+void weightTableModel::addInfluence(const HDagPath& influence) {
+    const QString fullPath = HQtUtil::toQString(influence.fullPathName());
+    if (influenceColumns.contains(fullPath))
+        return;
+    influencePaths.append(influence);
+    influenceColumns.insert(fullPath, static_cast<int>(influencePaths.length()) - 1);
+}
+
+void weightTableModel::setAutoUpdate(bool autoUpdateVal) {
+    autoUpdate = autoUpdateVal;
+}
+
+void weightTableModel::setSkinPaintSmoothMode(bool mode) {
+    skinPaintSmoothMode = mode;
+}
+
+bool weightTableModel::getSkinPaintSmoothMode() {
+    return skinPaintSmoothMode;
+}
+
+void weightTableModel::setSmoothSkinWeightsMode(bool mode) {
+    smoothSkinWeightsMode = mode;
+}
+
+bool weightTableModel::getSmoothSkinWeightsMode() {
+    return smoothSkinWeightsMode;
+}

@@ -1,0 +1,287 @@
+// weightTableModel: the Qt table model behind the Vorel spreadsheet. It holds one snapshot of
+// the skin weights of the shapes that were selected when the table was last loaded (shape
+// header rows, vertex rows, one column per influence; see weightRows.h), presents it to the
+// views, follows the scene through two host event callbacks, keeps the lock lists in step with
+// the lock attributes stored on the skin clusters, and prepares the hand-over members that
+// each "vorelCmd -flag" edit reads.
+//
+// One model exists per window; the window owns it (Qt parent) and hands it the table view it
+// shows (not owned). Host objects are value handles. The constructor registers the
+// "SelectionChanged" and "SceneOpened" callbacks and the destructor removes them, so the model
+// must be destroyed before the plug-in is unloaded.
+//
+// Nothing throws: a request outside the table gives an invalid QVariant, and every failed
+// check reports a fixed sentence through HGlobal::displayError / displayWarning / displayInfo
+// and abandons the operation.
+//
+// The operations are implemented one concern per source file: weightTableModel.cpp (members,
+// lookups, accessors), weightLoading.cpp, weightPresentation.cpp, sceneCallbacks.cpp,
+// lockPersistence.cpp, weightCache.cpp, weightUpdate.cpp, cellEntry.cpp, sliderDrag.cpp,
+// maximumInfluences.cpp, precisionRounding.cpp, floodReplace.cpp, smoothing.cpp and
+// lockOperations.cpp.
+#pragma once
+
+#include "HCommandMessage.h"
+#include "HDagPath.h"
+#include "HDagPathArray.h"
+#include "HObject.h"
+#include "HObjectArray.h"
+#include "HSelectionList.h"
+#include "HString.h"
+#include "HStringArray.h"
+#include "weightRows.h"
+
+#include <QAbstractTableModel>
+#include <QColor>
+#include <QHash>
+#include <QList>
+#include <QModelIndexList>
+
+class weightTableView;
+
+class weightTableModel : public QAbstractTableModel {
+    Q_OBJECT
+
+public:
+    explicit weightTableModel(QObject* parent = nullptr);
+    ~weightTableModel() override;
+
+    // Qt table model (presentation; setData is the cell value entry).
+    int rowCount(const QModelIndex& parent = QModelIndex()) const override;
+    int columnCount(const QModelIndex& parent = QModelIndex()) const override;
+    QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+    bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
+    QVariant headerData(int section, Qt::Orientation orientation,
+                        int role = Qt::DisplayRole) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+
+    // Lookups; each gives -1 when nothing matches.
+    int columnOfInfluence(const HDagPath& influence) const;
+    int columnOfInfluenceName(const HString& fullPathName) const;
+    int rowOfShape(const HDagPath& shape) const;
+    // By node name; when several loaded shapes match, the last one.
+    int shapeIndexOfNode(const HDagPath& shape) const;
+    // The first position in the cluster's influence list whose node name is `name`.
+    int influenceIndexByName(const HObject& skinCluster, const HString& name) const;
+    // Appends an influence as a new column unless one with its full path is there.
+    void addInfluence(const HDagPath& influence);
+
+    // Writes every vertex row of `rows` (laid out like the table) into its skin cluster.
+    void writeWeightRowsToScene(const WeightRows& rows);
+
+    // Sets the scene's active selection without reloading the table; an empty list changes
+    // nothing.
+    void setSceneSelection(const HSelectionList& list);
+    // Makes `list` the hilite list and, when it is not empty, the active selection.
+    void hiliteSelection(const HSelectionList& list);
+    // The topmost cell of the rightmost column among the selected editable cells with text.
+    QModelIndex topRightUnlockedIndex() const;
+
+    // Weight update and normalisation.
+    bool writeNormalisedWeight(int row, int column, double value);
+    void updateWeightListAtIndex(const QModelIndex& index);
+    void roundRowToPrecision(int precision, int row, int editedColumn);
+    void roundAllRowsToPrecision();
+    int findShapeRow(int row);
+
+    // Slider drag.
+    void dragCells(double value, bool absolute);
+    void dragColumn(double value, bool absolute);
+
+    // Maximum influences: refuses locked rows (editing the list in place), runs the command.
+    void limitRows(QList<int>& rows);
+
+    // Weight cache and restore.
+    void snapshotWeightRows();
+    void cacheFullPrecisionWeights();
+    void restoreRedoRows();
+    void restoreRedoRowsAndRefresh();
+    void restoreUndoRows();
+    void restoreUndoRowsAndRefresh();
+    void restoreUndoHeaders();
+    void restoreUndoShapes();
+    void rebuildWeightRows();
+
+    // Locks every lock that the last newUnlockAll released.
+    void relockReleased();
+
+    // Plain accessors for the window and the commands.
+    HObjectArray getSkinClusters() const { return skinClusters; }
+    HDagPathArray getShapePaths() const { return shapePaths; }
+    HObjectArray getShapeComponents() const { return shapeComponents; }
+    HDagPathArray getInfluencePaths() const { return influencePaths; }
+    WeightRows getWeightRows() const { return weightRows; }
+    WeightRows getFullPrecisionRows() const { return fullPrecisionRows; }
+    WeightRows getPendingRoundedRows() const { return pendingRoundedRows; }
+    QList<int>& getLockedColumns() { return lockedColumns; }
+    QList<int>& getLockedRows() { return lockedRows; }
+    QList<QList<int>>& getLockedCells() { return lockedCells; }
+    int getPrecision() const { return precision; }
+    int getMaxInfluences() const { return maxInfluences; }
+    QList<double> getPendingValues() const { return pendingValues; }
+    QModelIndexList getPendingCells() const { return pendingCells; }
+    QList<int> getPendingRows() const { return pendingRows; }
+    int getPendingColumn() const { return pendingColumn; }
+    QList<int> getPendingShapes() const { return pendingShapes; }
+    double getSliderValue() const { return sliderValue; }
+    double getSliderDelta() const { return sliderDelta; }
+    bool getSliderAbsolute() const { return sliderAbsolute; }
+    double getFloodValue() const { return floodValue; }
+    HString getPendingSmoothCommand() const { return pendingSmoothCommand; }
+    double getPaintSmoothOpacity() const { return paintSmoothOpacity; }
+    QList<int> getPendingLockColumns() const { return pendingLockColumns; }
+    double getTopRightValue() const { return topRightValue; }
+    void setTopRightValue(double value) { topRightValue = value; }
+    double getCurrentCellValue() const { return currentCellValue; }
+    void setCurrentCellValue(double value) { currentCellValue = value; }
+    weightTableView* getTableView() const { return tableView; }
+    void setTableView(weightTableView* view) { tableView = view; }
+    static bool getAutoUpdate() { return autoUpdate; }
+
+signals:
+    void topRightCellDataChanged(double newValue, double lastValue, double origValue);
+
+public slots:
+    void refreshSkinClusterData();
+    void cellSelected(const QModelIndex& index);
+    void multiCellSelected();
+    void columnHeaderSelected(int logicalIndex);
+    void rowHeaderSelected();
+    void setPrecision(int precisionNum);
+    void applyPrecision();
+    void undoApplyPrecision();
+    void redoApplyPrecision();
+    void undoPrecision();
+    void setMaxValue(int maxNum);
+    void applyMaxInfluence();
+    void undoMaxInfluence();
+    void applySmoothSkinWeights(double value, int numIter);
+    void applySkinPaintSmooth(double value);
+    void replaceValue(double value);
+    void toggleFilter(bool checked);
+    void toggleHilight(bool checked);
+    void setAutoUpdate(bool autoUpdateVal);
+    void lockSelected();
+    void unlockSelected();
+    void unlockAll();
+    void newLockSelected();
+    void newUnlockSelected();
+    void newUnlockAll();
+    void lockCell();
+    void unlockCell();
+    void checkLockAttr();
+    void setUpColumn();
+    void setSkinPaintSmoothMode(bool mode);
+    bool getSkinPaintSmoothMode();
+    void setSmoothSkinWeightsMode(bool mode);
+    bool getSmoothSkinWeightsMode();
+
+private:
+    // Loading.
+    void takeLoadUndoCopies();
+    void collectSelectedShapes(const HSelectionList& selection);
+    void appendShapeRows(unsigned shape);
+    void rebuildColumnLabels();
+
+    // Presentation.
+    bool hasLocks() const;
+    bool isLockedCell(int row, int column) const;
+    QVariant cellBackground(int row, int column, double value) const;
+    QVariant cellForeground(int row, int column, double value) const;
+    QVariant verticalHeaderColor(int section, int role) const;
+    int positiveCount(int row) const;
+    HSelectionList vertexSelection(const QList<int>& rows) const;
+    QModelIndexList selectedIndexes() const;
+    void storeTopRightValue();
+
+    // Lock persistence.
+    void readJointLocks(const HObject& cluster);
+    bool readVertexLocks(const HObject& cluster, unsigned shape);
+    void readCellLocks(const HObject& cluster, unsigned shape);
+    QHash<int, int> loadedVertexRows(unsigned shape, int headerRow) const;
+
+    // Scene callbacks.
+    static void selectionChangedCallback(void* model);
+    static void sceneOpenedCallback(void* model);
+    void onSelectionChanged();
+    void onSceneOpened();
+    void mirrorSceneSelection();
+
+    // Loaded scene objects.
+    HObjectArray skinClusters;
+    HDagPathArray shapePaths;
+    HObjectArray shapeComponents;
+    HDagPathArray influencePaths;
+    HStringArray rowNames;
+    HStringArray influenceNames;
+    QList<QColor> influenceColors;
+    QHash<QString, int> influenceColumns;
+    WeightRows weightRows;
+
+    // Undo and redo copies, and the unrounded weights.
+    HStringArray undoRowNames;
+    HStringArray undoInfluenceNames;
+    QList<QColor> undoInfluenceColors;
+    HObjectArray undoSkinClusters;
+    HDagPathArray undoShapePaths;
+    HObjectArray undoShapeComponents;
+    HDagPathArray undoInfluencePaths;
+    QHash<QString, int> undoInfluenceColumns;
+    WeightRows undoWeightRows;
+    HStringArray redoRowNames;
+    HStringArray redoInfluenceNames;
+    QList<QColor> redoInfluenceColors;
+    HObjectArray redoSkinClusters;
+    HDagPathArray redoShapePaths;
+    HObjectArray redoShapeComponents;
+    HDagPathArray redoInfluencePaths;
+    QHash<QString, int> redoInfluenceColumns;
+    WeightRows redoWeightRows;
+    WeightRows fullPrecisionRows;
+
+    // Hand-over members, read by the next vorelCmd run.
+    QList<double> pendingValues;
+    QModelIndexList pendingCells;
+    QList<int> pendingRows;
+    int pendingColumn;
+    QList<int> pendingShapes;
+    double sliderValue;
+    double sliderDelta;
+    bool sliderAbsolute;
+    double floodValue;
+    HString pendingSmoothCommand;
+    double paintSmoothOpacity;
+    QList<int> pendingLockColumns;
+    WeightRows pendingRoundedRows;
+
+    // Settings and modes.
+    int precision;
+    int lastPrecision;
+    int maxInfluences;
+    int lastMaxInfluences;
+    bool filterOn;
+    bool hilightOn;
+    bool skinPaintSmoothMode;
+    bool smoothSkinWeightsMode;
+    double topRightValue;
+    double currentCellValue;
+    weightTableView* tableView;
+
+    // Lock state.
+    QList<int> lockedColumns;
+    QList<int> lockedRows;
+    QList<QList<int>> lockedCells;
+    QList<int> zeroColumns;
+    QList<int> releasedColumns;
+    QList<int> releasedRows;
+    QList<QList<int>> releasedCells;
+
+    // Scene callbacks.
+    HCallbackId selectionChangedCallbackId;
+    HCallbackId sceneOpenedCallbackId;
+    bool sceneJustOpened;
+
+    // Process-wide: reload on every selection change; the program is setting the selection.
+    static bool autoUpdate;
+    static bool selectionGuard;
+};

@@ -1,0 +1,4 @@
+#include "editorPointers.h"
+
+vorelWindow* editorWindow = nullptr;
+weightTableModel* editorModel = nullptr;

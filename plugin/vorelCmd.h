@@ -1,0 +1,83 @@
+// vorelCmd: the plug-in's one host command. Without flags it opens the Vorel window (created
+// once, under the host's main window) and shows it. With one of its eight flags it performs
+// the edit that the window's model prepared in its hand-over members: doIt copies what it
+// needs from editorModel, redoIt writes it through the skin clusters and keeps the weights it
+// replaced, undoIt writes those back. One object stands for one edit; the host owns it (its
+// undo queue keeps it) and it owns all its lists.
+//
+// Failures are reported as fixed sentences through the host's messages. A flag form run
+// before the window exists is refused with an error, since there is no model to read.
+#pragma once
+
+#include "HArgList.h"
+#include "HDagPath.h"
+#include "HDagPathArray.h"
+#include "HDoubleArray.h"
+#include "HIntArray.h"
+#include "HObject.h"
+#include "HObjectArray.h"
+#include "HPxCommand.h"
+#include "HStatus.h"
+#include "HString.h"
+#include "HSyntax.h"
+#include "weightRows.h"
+
+#include <QList>
+#include <QModelIndexList>
+
+class vorelCmd : public HPxCommand {
+public:
+    vorelCmd();
+    ~vorelCmd() override;
+    HStatus doIt(const HArgList& args) override;
+    HStatus undoIt() override;
+    HStatus redoIt() override;
+    bool isUndoable() const override;
+
+private:
+    // Copies of the model's loaded objects and lock lists, taken by every flagged doIt.
+    HObjectArray skinClusters;
+    HDagPathArray shapePaths;
+    HObjectArray shapeComponents;
+    HDagPathArray influencePaths;
+    WeightRows weightRows;
+    QList<QList<int>> lockedCells;
+    QList<int> lockedColumns;
+
+    // What the writes replaced, in write order.
+    QList<HDoubleArray> oldWeights;
+
+    // Prepared lists of the edits.
+    QList<HObject> editComponents;
+    QList<int> editShapes;
+    QList<int> influenceCounts;
+    QList<int> requestedRows;
+    QList<int> overLimitRows;
+    QList<int> nonZeroCounts;
+    int maxInfluences;
+    QList<HDoubleArray> newWeights;
+    QList<HObject> setComponents;
+    double floodValue;
+    QList<HObject> clusterNodes;
+    QList<HDagPath> targetPaths;
+    QList<int> floodShapes;
+    int targetColumn;
+    QList<int> influenceIndices;
+    QList<double> cellValues;
+    QModelIndexList cells;
+    QList<HIntArray> columnInfluences;
+
+    // Smoothing: the lock columns, shapes, column and opacity of a paint-tool smoothing, and
+    // the host command text of a skin-cluster smoothing.
+    QList<int> smoothLockColumns;
+    QList<int> smoothShapes;
+    int smoothColumn;
+    double smoothOpacity;
+    HString smoothCommand;
+    bool paintSmoothPending;
+    bool weightSmoothPending;
+};
+
+// The creator and syntax the plug-in registers the command with.
+HPxCommand* createCommand();
+HSyntax createSyntax();

@@ -1,0 +1,5 @@
+#include "weightTableView.h"
+
+weightTableView::weightTableView(QWidget* parent) : QTableView(parent) {}
+
+weightTableView::~weightTableView() = default;
