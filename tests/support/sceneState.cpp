@@ -50,7 +50,12 @@ void treeLines(const std::string& name, const runtime::AttributeDef& def,
                           lines);
         return;
     }
-    lines.push_back(name + " = " + (tree.hasValue() ? valueText(tree.value()) : "(no value)"));
+    // An array element counts as an element with or without a value; any other place without a
+    // value reads as its default and cannot be told from one that holds nothing.
+    if (tree.hasValue())
+        lines.push_back(name + " = " + valueText(tree.value()));
+    else if (def.isArray())
+        lines.push_back(name + " = (no value)");
 }
 
 void meshLines(const std::string& name, const runtime::MeshData& mesh, Texts& state) {
