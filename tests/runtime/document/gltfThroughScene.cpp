@@ -121,19 +121,26 @@ TEST_F(GltfThroughScene, ASceneMadeInTheHostIsWrittenAsANewDocument) {
               (std::vector<int>{2, 9}));
 }
 
+// Files written from a scene made in the host, and from an opened glTF scene that was edited
+// and had a scene of the host's imported into it (a document kept from the file, extended).
 TEST_F(GltfThroughScene, WrittenFilesPassTheValidator) {
+    ASSERT_TRUE(run("file -f -new"));
+    makeLegScene();
+    ASSERT_TRUE(run("file -ea \"" + path("leg.glb") + "\"; file -ea \"" + path("leg.vscene") +
+                    "\"; file -f -o \"" + m_source + "\""));
     const Texts joints = influences();
     const std::string mesh = stringResult("ls -type mesh");
     ASSERT_TRUE(run("skinPercent -t " + joints[0] + " -tv 0.7 -nrm false skinCluster1 " + mesh +
-                    ".vtx[2:5]; setAttr " + joints[1] + ".lockInfluenceWeights 1"));
-    ASSERT_TRUE(run("file -ea \"" + path("edited.glb") + "\"; file -ea \"" + path("edited.gltf") +
-                    "\"; file -f -new"));
-    makeLegScene();
-    ASSERT_TRUE(run("file -ea \"" + path("leg.glb") + "\""));
+                    ".vtx[2:5]; setAttr " + joints[1] + ".lockInfluenceWeights 1; file -i \"" +
+                    path("leg.vscene") + "\""));
+    ASSERT_TRUE(
+        run("file -ea \"" + path("edited.glb") + "\"; file -ea \"" + path("edited.gltf") + "\""));
 
-    const std::vector<std::string> written = {path("edited.glb"), path("edited.gltf"),
-                                              path("leg.glb")};
-    filetest::expectValidGltf(written);
+    runtime::SceneDescription extended;
+    ASSERT_TRUE(runtime::readGltf(path("edited.glb"), extended).ok());
+    EXPECT_EQ(extended.skins.size(), 2u);
+    EXPECT_GE(filetest::nodeNamed(extended, "knee"), 0);
+    filetest::expectValidGltf({path("leg.glb"), path("edited.glb"), path("edited.gltf")});
 }
 
 } // namespace
