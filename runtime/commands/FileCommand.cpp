@@ -10,13 +10,30 @@
 // -f (-force) is given. Formats go by the path's extension (document/SceneDocument.h). A file
 // that cannot be read or written is reported with the file's name and the problem, and leaves
 // the scene as it was. -open, -save, -rename, -import and -exportAll give the path.
+//
+// Opening, importing, saving and exporting report their progress to the host's progress
+// monitor (MonitoredProgress.h), so that the application shows it and the user can cancel: a
+// cancelled read leaves the scene as it was, a cancelled write the file as it was, and the
+// command fails with an error that says so, so that a script does not go on as if it had not.
 #include "commands/CommandSupport.h"
 #include "document/SceneDocument.h"
+#include "files/MonitoredProgress.h"
 #include "lang/BuiltInCommand.h"
+
+#include <QFileInfo>
 
 namespace {
 
 const char* const kActions[] = {"new", "open", "save", "rename", "import", "exportAll"};
+
+// What the progress display calls the work: "Opening body.glb".
+std::string progressTitle(const std::string& action, const std::string& path) {
+    const char* verb = action == "open"     ? "Opening "
+                       : action == "import" ? "Importing "
+                       : action == "save"   ? "Saving "
+                                            : "Exporting ";
+    return verb + QFileInfo(QString::fromStdString(path)).fileName().toStdString();
+}
 
 class FileCommand : public runtime::SceneEditCommand {
 public:
@@ -81,28 +98,26 @@ private:
         if (action == "save" && document.name().empty())
             return runtime::reportFailure(
                 "file", "The scene has no name to save under; give it one with -rename.");
+        const std::string file = action == "save" ? document.name() : path;
+        runtime::MonitoredProgress progress(progressTitle(action, file));
         runtime::FileResult result;
         if (action == "open") {
-            result = document.open(path);
+            result = document.open(path, progress);
         } else if (action == "save") {
-            result = document.save();
+            result = document.save(progress);
         } else if (action == "exportAll") {
-            result = document.exportAll(path);
+            result = document.exportAll(path, progress);
         } else {
             std::vector<runtime::NodePtr> added;
-            result = document.import(path, added);
+            result = document.import(path, added, progress);
             m_journal.nodesCreated(added);
         }
-        return finish(result, action == "save" ? document.name() : path);
+        return finish(result, file);
     }
 
     HStatus finish(const runtime::FileResult& result, const std::string& path) {
         for (const std::string& warning : result.warnings)
             HGlobal::displayWarning(HString(warning));
-        if (result.outcome == runtime::FileResult::Outcome::kCancelled) {
-            HGlobal::displayWarning(HString(result.message));
-            return HStatus(HS::kFailure, result.message);
-        }
         if (!result.ok())
             return runtime::commandError(result.message);
         setResult(HString(path));
