@@ -1,7 +1,6 @@
 #include "HEventMessage.h"
 #include "OutputRecorder.h"
 #include "commandTesting.h"
-#include "core/ProgressMonitor.h"
 #include "document/SceneDocument.h"
 #include "document/SkinLockAttributes.h"
 #include "documentTesting.h"
@@ -170,39 +169,6 @@ TEST_F(FileCommand, ImportAddsTheFileAndOneUndoTakesItAway) {
     ASSERT_TRUE(run("file -import " + quoted("leg.vscene")));
     EXPECT_EQ(m_events, Texts{"SceneOpened"});
     EXPECT_EQ(stringResult("file -q -sn"), "");
-}
-
-// A display that cancels at its second update, as a user pressing Cancel would.
-class CancellingDisplay : public runtime::ProgressDisplay {
-public:
-    void begin(const HString& title) override { titles.push_back(title.str()); }
-    bool update(double, const HString&) override { return ++m_updates < 2; }
-    void end() override { m_updates = 0; }
-
-    Texts titles;
-
-private:
-    int m_updates = 0;
-};
-
-TEST_F(FileCommand, CancelInTheProgressDisplayLeavesSceneAndFileAsTheyWere) {
-    documenttest::makeLegScene();
-    ASSERT_TRUE(run("file -rename " + quoted("leg.vscene") + "; file -save; setAttr rig.tx 3"));
-    const std::string saved = documenttest::readText(path("leg.vscene"));
-    runtime::ProgressMonitor& monitor = runtime::host().get<runtime::ProgressMonitor>();
-    CancellingDisplay display;
-    monitor.setDisplay(&display);
-    const std::string cancelledRead = "Reading \"" + path("leg.vscene") + "\" was cancelled.";
-    EXPECT_EQ(errorsOf("file -f -o " + quoted("leg.vscene")), Texts{cancelledRead});
-    EXPECT_EQ(errorsOf("file -i " + quoted("leg.vscene")), Texts{cancelledRead});
-    EXPECT_EQ(errorsOf("file -save"), Texts{"Writing \"" + path("leg.vscene") +
-                                            "\" was cancelled; the file was left as it was."});
-    monitor.setDisplay(nullptr);
-
-    EXPECT_EQ(display.titles,
-              (Texts{"Opening leg.vscene", "Importing leg.vscene", "Saving leg.vscene"}));
-    EXPECT_EQ(documenttest::readText(path("leg.vscene")), saved);
-    EXPECT_TRUE(runtime::scene().isModified());
 }
 
 // Debian's import test models, opened through the command: every mesh with its vertices, every
