@@ -7,27 +7,25 @@
 //
 // The window creates one object of each class and deletes them. Each class has its own
 // class-wide window and model pointers, set by the last object constructed and left as they
-// are when it is deleted. Failures are reported as fixed sentences through the host's
-// messages.
+// are when it is deleted; the classes read the model through them (smoothCmd, like vorelCmd,
+// through editorModel). Failures are reported as fixed sentences through the host's messages.
 #pragma once
 
 #include "HArgList.h"
-#include "HPxCommand.h"
 #include "HStatus.h"
+#include "paintSmoothStroke.h"
+#include "weightEditSteps.h"
 
 class vorelWindow;
 class weightTableModel;
 
-template <typename Command> class windowEditCommand : public HPxCommand {
+template <typename Command> class windowEditCommand : public weightEditSteps {
 public:
     windowEditCommand(vorelWindow* window, weightTableModel* model) {
         editWindow = window;
         editModel = model;
     }
     ~windowEditCommand() override = default;
-    HStatus doIt(const HArgList&) override { return HS::kSuccess; }
-    HStatus undoIt() override { return HS::kSuccess; }
-    HStatus redoIt() override { return HS::kSuccess; }
     bool isUndoable() const override { return true; }
 
 protected:
@@ -41,34 +39,58 @@ template <typename Command> weightTableModel* windowEditCommand<Command>::editMo
 class replaceButtonCmd : public windowEditCommand<replaceButtonCmd> {
 public:
     using windowEditCommand::windowEditCommand;
+    HStatus doIt(const HArgList& args) override;
+    HStatus undoIt() override;
+    HStatus redoIt() override;
 };
 
 class roundButtonCmd : public windowEditCommand<roundButtonCmd> {
 public:
     using windowEditCommand::windowEditCommand;
+    HStatus doIt(const HArgList& args) override;
+    HStatus undoIt() override;
+    HStatus redoIt() override;
 };
 
 class applyButtonCmd : public windowEditCommand<applyButtonCmd> {
 public:
     using windowEditCommand::windowEditCommand;
+    HStatus doIt(const HArgList& args) override;
+    HStatus undoIt() override;
+    HStatus redoIt() override;
 };
 
 class dragSliderCmd : public windowEditCommand<dragSliderCmd> {
 public:
     using windowEditCommand::windowEditCommand;
+    HStatus doIt(const HArgList& args) override;
+    HStatus undoIt() override;
+    HStatus redoIt() override;
 };
 
 class dragSliderColCmd : public windowEditCommand<dragSliderColCmd> {
 public:
     using windowEditCommand::windowEditCommand;
+    HStatus doIt(const HArgList& args) override;
+    HStatus undoIt() override;
+    HStatus redoIt() override;
 };
 
 class setCellDataCmd : public windowEditCommand<setCellDataCmd> {
 public:
     using windowEditCommand::windowEditCommand;
+    HStatus doIt(const HArgList& args) override;
+    HStatus undoIt() override;
+    HStatus redoIt() override;
 };
 
 class smoothCmd : public windowEditCommand<smoothCmd> {
 public:
     using windowEditCommand::windowEditCommand;
+    HStatus doIt(const HArgList& args) override;
+    HStatus undoIt() override;
+    HStatus redoIt() override;
+
+private:
+    paintSmoothStroke stroke;
 };
