@@ -120,8 +120,13 @@ bool vorelCmd::prepareReplace() {
 }
 
 bool vorelCmd::prepareCells() {
-    cellValues = editorModel->getPendingValues();
-    cells = editorModel->getPendingCells();
+    return prepareCells(editorModel->getPendingCells(), editorModel->getPendingValues(), true);
+}
+
+bool vorelCmd::prepareCells(const QModelIndexList& requested, const QList<double>& values,
+                            bool checkRows) {
+    cellValues = values;
+    cells = requested;
     editShapes.clear();
     editComponents.clear();
     influenceIndices.clear();
@@ -131,7 +136,8 @@ bool vorelCmd::prepareCells() {
     for (const QModelIndex& cell : qAsConst(cells)) {
         const int r = cell.row();
         if (r < 0 || r >= weightRows.size()) {
-            HGlobal::displayInfo("There is an error getting row number");
+            HGlobal::displayInfo(checkRows ? "There is an error getting row number"
+                                           : "This is not a valid cell to edit.");
             return false;
         }
         const int shape = static_cast<int>(weightRows.at(r).at(0));

@@ -78,6 +78,7 @@ HStatus vorelCmd::writeLimitInfluences() {
                     row[c + 1] = weights[k];
             }
             working = row;
+            influenceRemoved(r, column);
         }
     }
     return status;
@@ -140,7 +141,8 @@ HStatus vorelCmd::writeCellValues() {
                 lockColumns.append(cell[1]);
         HDoubleArray old;
         {
-            InfluenceLockGuard locks(influencePathNames(influencePaths, lockColumns), true);
+            InfluenceLockGuard locks(influencePathNames(influencePaths, lockColumns),
+                                     recordCellLocks);
             NormalisationGuard normalisation(skinClusters[shape]);
             status = HFnSkinCluster(skinClusters[shape])
                          .setWeights(shapePaths[shape], editComponents[i],
@@ -172,6 +174,8 @@ HStatus vorelCmd::writeColumnDrag() {
     }
     return status;
 }
+
+void vorelCmd::influenceRemoved(int, int) {}
 
 HStatus vorelCmd::restoreShapeWrites() {
     HStatus status = HS::kFailure;
