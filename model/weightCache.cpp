@@ -256,6 +256,31 @@ void weightTableModel::restoreRedoShapes() {
     influenceColumns = redoInfluenceColumns;
 }
 
+void weightTableModel::restoreUndoLoad() {
+    beginResetModel();
+    restoreUndoHeaders();
+    restoreUndoShapes();
+    exchangeWithUndoRows();
+    if (weightRows.isEmpty())
+        HGlobal::displayError(kRestoreFailed);
+    else
+        markShapeRows();
+    endResetModel();
+}
+
+void weightTableModel::restoreRedoLoad() {
+    beginResetModel();
+    restoreRedoHeaders();
+    restoreRedoShapes();
+    snapshotWeightRows();
+    weightRows = redoWeightRows;
+    if (weightRows.isEmpty())
+        HGlobal::displayError(kRestoreFailed);
+    else
+        markShapeRows();
+    endResetModel();
+}
+
 void weightTableModel::undoPrecision() {
     precision = lastPrecision;
 }

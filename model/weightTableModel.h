@@ -103,6 +103,10 @@ public:
     // The reverse of the two above: the copies a table undo of a load put aside come back.
     void restoreRedoHeaders();
     void restoreRedoShapes();
+    // The table undo and redo of a load: headers, shapes and rows together, with the lock
+    // lists read again for the table that comes back.
+    void restoreUndoLoad();
+    void restoreRedoLoad();
     void rebuildWeightRows();
 
     // Locks every lock that the last newUnlockAll released.
