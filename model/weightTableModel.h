@@ -198,7 +198,7 @@ private:
     void appendSceneRows(WeightRows& rows, unsigned shape, const HObject& vertices,
                          const WeightRows& reuse, SceneRows kind, bool& correcting);
     // The load's correction of one rounded vertex row; false when the pass must stop.
-    bool correctRoundedRow(WeightRow& row) const;
+    bool correctRoundedRow(WeightRow& row, double tolerance) const;
     void markShapeRows();
     void exchangeWithUndoRows();
     void refreshRestoredRows(int previousRows);
