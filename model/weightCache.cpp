@@ -56,12 +56,27 @@ void weightTableModel::appendSceneRows(WeightRows& rows, unsigned shape, const H
     rowTemplate[0] = static_cast<double>(shape);
     WeightRow row = rowTemplate;
     bool unnormalised = false;
+    const double tolerance = weightRounding::lastWeightTolerance(precision);
+    // Columns that follow the influence order (one shape, or the first of several) allow the
+    // one-pass fill; other layouts take the general steps, with the same result.
+    bool ordered = !elementOf.empty();
+    for (size_t k = 0; k < elementOf.size(); ++k)
+        ordered = ordered && elementOf[k] > 0 && (k == 0 || elementOf[k] > elementOf[k - 1]);
     weightWriting::readVertexWeights(
         cluster, path, vertices, [&](int, const double* weights, unsigned count) {
             double* cells = row.data();
             std::copy(rowTemplate.constBegin(), rowTemplate.constEnd(), cells);
+            const unsigned used = std::min<unsigned>(count, elementOf.size());
+            if (kind == SceneRows::kRoundedForDisplay && ordered) {
+                if (weightRounding::fillRoundedRow(cells, elementOf.data(), weights, used,
+                                                   precision, tolerance, correcting) ==
+                    weightRounding::Correction::kNoPositiveWeight)
+                    correcting = correctRoundedRow(row, tolerance);
+                appendReusing(rows, row, reuse);
+                return;
+            }
             double sum = 0.0;
-            for (unsigned k = 0; k < count && k < elementOf.size(); ++k) {
+            for (unsigned k = 0; k < used; ++k) {
                 if (elementOf[k] > 0)
                     cells[elementOf[k]] = weights[k];
                 sum += weights[k];
@@ -72,7 +87,7 @@ void weightTableModel::appendSceneRows(WeightRows& rows, unsigned shape, const H
                 weightRounding::roundPositiveWeights(row, precision);
                 // A vertex without weight ends the correction for every later row.
                 if (correcting)
-                    correcting = correctRoundedRow(row);
+                    correcting = correctRoundedRow(row, tolerance);
             }
             appendReusing(rows, row, reuse);
         });
@@ -254,6 +269,31 @@ void weightTableModel::restoreRedoShapes() {
     shapeComponents = redoShapeComponents;
     influencePaths = redoInfluencePaths;
     influenceColumns = redoInfluenceColumns;
+}
+
+void weightTableModel::restoreUndoLoad() {
+    beginResetModel();
+    restoreUndoHeaders();
+    restoreUndoShapes();
+    exchangeWithUndoRows();
+    if (weightRows.isEmpty())
+        HGlobal::displayError(kRestoreFailed);
+    else
+        markShapeRows();
+    endResetModel();
+}
+
+void weightTableModel::restoreRedoLoad() {
+    beginResetModel();
+    restoreRedoHeaders();
+    restoreRedoShapes();
+    snapshotWeightRows();
+    weightRows = redoWeightRows;
+    if (weightRows.isEmpty())
+        HGlobal::displayError(kRestoreFailed);
+    else
+        markShapeRows();
+    endResetModel();
 }
 
 void weightTableModel::undoPrecision() {

@@ -23,43 +23,78 @@ int firstPositionOf(const WeightRow& row, double value) {
 } // namespace
 
 void roundPositiveWeights(WeightRow& row, int precision) {
+    const double scale = weightRows::powerOfTen(precision);
+    const double* cells = row.constData();
     for (int i = 1; i < row.size(); ++i) {
-        const double weight = row.at(i);
-        if (weight > 0.0)
-            store(row, i, weightRows::roundToPrecision(weight, precision));
+        const double weight = cells[i];
+        if (weight <= 0.0)
+            continue;
+        const double rounded = std::ceil(weight * scale - 0.49) / scale;
+        if (rounded != weight) {
+            // Writing detaches a shared row; `cells` must follow it.
+            row[i] = rounded;
+            cells = row.constData();
+        }
     }
 }
 
-Correction absorbIntoLastWeight(WeightRow& row, int precision) {
-    if (row.size() < 2)
+double lastWeightTolerance(int precision) {
+    return weightRows::roundToPrecision(weightRows::powerOfTen(-precision) +
+                                            weightRows::powerOfTen(-(precision + 1)),
+                                        precision + 1);
+}
+
+Correction absorbIntoLastWeight(WeightRow& row, double tolerance) {
+    const int size = row.size();
+    if (size < 2)
         return Correction::kTooShort;
+    const double* cells = row.constData();
     double sumBeforeLast = 0.0;
     double last = 0.0;
-    bool found = false;
-    for (int i = 1; i < row.size(); ++i) {
-        const double weight = row.at(i);
+    int lastPosition = -1;
+    for (int i = 1; i < size; ++i) {
+        const double weight = cells[i];
         if (weight <= 0.0)
             continue;
-        if (found)
+        if (lastPosition != -1)
             sumBeforeLast += last;
         last = weight;
-        found = true;
+        lastPosition = i;
     }
-    if (!found)
-        return Correction::kNoPositiveWeight;
-    int lastPosition = -1;
-    for (int i = row.size() - 1; i >= 0; --i)
-        if (row.at(i) == last) {
-            lastPosition = i;
-            break;
-        }
     if (lastPosition == -1)
-        return Correction::kNotFound;
-    const double tolerance = weightRows::roundToPrecision(
-        std::pow(10.0, -precision) + std::pow(10.0, -(precision + 1)), precision + 1);
+        return Correction::kNoPositiveWeight;
     const double total = sumBeforeLast + last;
     if (total > 1.0 - tolerance && total < 1.0 + tolerance)
         store(row, lastPosition, 1.0 - sumBeforeLast);
+    return Correction::kDone;
+}
+
+Correction fillRoundedRow(double* cells, const int* elementOf, const double* weights,
+                          unsigned count, int precision, double tolerance, bool correct) {
+    const double scale = weightRows::powerOfTen(precision);
+    double sumBeforeLast = 0.0;
+    double last = 0.0;
+    int lastPosition = -1;
+    for (unsigned k = 0; k < count; ++k) {
+        double weight = weights[k];
+        if (weight > 0.0) {
+            weight = std::ceil(weight * scale - 0.49) / scale;
+            if (weight > 0.0) {
+                if (lastPosition != -1)
+                    sumBeforeLast += last;
+                last = weight;
+                lastPosition = elementOf[k];
+            }
+        }
+        cells[elementOf[k]] = weight;
+    }
+    if (!correct)
+        return Correction::kDone;
+    if (lastPosition == -1)
+        return Correction::kNoPositiveWeight;
+    const double total = sumBeforeLast + last;
+    if (total > 1.0 - tolerance && total < 1.0 + tolerance)
+        cells[lastPosition] = 1.0 - sumBeforeLast;
     return Correction::kDone;
 }
 

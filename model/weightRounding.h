@@ -19,9 +19,21 @@ void roundPositiveWeights(WeightRow& row, int precision);
 
 enum class Correction { kDone, kTooShort, kNoPositiveWeight, kNotFound };
 
+// How far from one a rounded row may sum and still be corrected after a load:
+// 10^-precision + 10^-(precision + 1), rounded to precision + 1 places (0.0011 for 3).
+double lastWeightTolerance(int precision);
+
 // The correction after a load: the last positive weight takes 1 minus the others when their
-// total lies within 10^-precision + 10^-(precision + 1) of one.
-Correction absorbIntoLastWeight(WeightRow& row, int precision);
+// total lies strictly within `tolerance` of one.
+Correction absorbIntoLastWeight(WeightRow& row, double tolerance);
+
+// Fills a vertex row (already holding its template) from the vertex's weights in one pass,
+// rounding each positive weight and, when `correct` is set, letting the last positive weight
+// absorb the remainder: the same result as writing the weights, roundPositiveWeights and
+// absorbIntoLastWeight. `elementOf` gives each weight's element and must increase with k.
+// Returns kNoPositiveWeight when correcting found no positive weight, kDone otherwise.
+Correction fillRoundedRow(double* cells, const int* elementOf, const double* weights,
+                          unsigned count, int precision, double tolerance, bool correct);
 
 // The correction after an edit: among the positive weights in column order, the first whose
 // column is not `editedColumn` and not locked takes the remainder; the first positive weight

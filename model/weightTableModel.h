@@ -103,6 +103,10 @@ public:
     // The reverse of the two above: the copies a table undo of a load put aside come back.
     void restoreRedoHeaders();
     void restoreRedoShapes();
+    // The table undo and redo of a load: headers, shapes and rows together, with the lock
+    // lists read again for the table that comes back.
+    void restoreUndoLoad();
+    void restoreRedoLoad();
     void rebuildWeightRows();
 
     // Locks every lock that the last newUnlockAll released.
@@ -194,7 +198,7 @@ private:
     void appendSceneRows(WeightRows& rows, unsigned shape, const HObject& vertices,
                          const WeightRows& reuse, SceneRows kind, bool& correcting);
     // The load's correction of one rounded vertex row; false when the pass must stop.
-    bool correctRoundedRow(WeightRow& row) const;
+    bool correctRoundedRow(WeightRow& row, double tolerance) const;
     void markShapeRows();
     void exchangeWithUndoRows();
     void refreshRestoredRows(int previousRows);

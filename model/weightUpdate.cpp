@@ -150,16 +150,17 @@ void weightTableModel::roundAllRowsToPrecision() {
     for (int r = 0; r < weightRows.size(); ++r)
         if (isVertexRow(weightRows.at(r)))
             weightRounding::roundPositiveWeights(weightRows[r], precision);
+    const double tolerance = weightRounding::lastWeightTolerance(precision);
     for (int r = 0; r < weightRows.size(); ++r) {
         if (!isVertexRow(weightRows.at(r)))
             continue;
-        if (!correctRoundedRow(weightRows[r]))
+        if (!correctRoundedRow(weightRows[r], tolerance))
             return;
     }
 }
 
-bool weightTableModel::correctRoundedRow(WeightRow& row) const {
-    switch (weightRounding::absorbIntoLastWeight(row, precision)) {
+bool weightTableModel::correctRoundedRow(WeightRow& row, double tolerance) const {
+    switch (weightRounding::absorbIntoLastWeight(row, tolerance)) {
     case Correction::kTooShort:
         HGlobal::displayError(kTooShort);
         return true;
