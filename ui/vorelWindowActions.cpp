@@ -6,13 +6,11 @@
 // becomes a position by truncation toward zero.
 #include "HGlobal.h"
 #include "vorelWindow.h"
-#include "weightColumnHeaderView.h"
 #include "weightTableModel.h"
 #include "weightTableView.h"
 
 #include <QComboBox>
 #include <QGroupBox>
-#include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -73,13 +71,9 @@ void vorelWindow::setPrecisionEdit() {
     tableModel->cacheFullPrecisionWeights();
     tableModel->snapshotWeightRows();
     tableModel->setPrecision(places);
-    tableModel->setUpColumn();
-
     decimalPlaces = places;
     lastUsedControl = precisionEdit;
-    tableView->resizeColumnsToContents();
-    columnHeader->setDefaultSectionSize(40 + 7 * qMax(0, places - 3));
-    resetValueControls();
+    finishPrecisionChange();
 }
 
 void vorelWindow::applyPrecision() {
@@ -128,9 +122,7 @@ void vorelWindow::setAbsoluteMode(bool absMode) {
             valueSlider->setValue(0);
             valueEdit->clear();
         } else {
-            valueSlider->setValue(absoluteMode ? truncated(scale * value) : 0);
-            valueEdit->setText(absoluteMode ? formatValue(value) : QString("0.0"));
-            shownValue = absoluteMode ? value : 0.0;
+            showValue(value, true);
         }
     }
     lastUsedControl = valueGroup;

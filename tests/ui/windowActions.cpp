@@ -95,15 +95,18 @@ TEST_F(WindowActions, PrecisionSetsTheValueSliderScale) {
     vorel::enter(controls->precisionEdit, "0.0001");
     EXPECT_EQ(controls->valueSlider->minimum(), -10000);
     EXPECT_EQ(controls->valueSlider->maximum(), 10000);
-    QTest::mouseClick(controls->absolute, Qt::LeftButton);
-    EXPECT_EQ(controls->valueSlider->minimum(), 0);
-    EXPECT_EQ(controls->valueSlider->maximum(), 10000);
     EXPECT_EQ(cellText(1, 0).size(), 6);
 
-    // Ctrl+Z in the box goes back to three places.
+    // Ctrl+Z in the box goes back to three places, Ctrl+Y to four again.
     vorel::undoKey(controls->precisionEdit);
     EXPECT_EQ(controls->precisionEdit->text(), "0.001");
     EXPECT_EQ(cellText(1, 0).size(), 5);
+    vorel::redoKey(controls->precisionEdit);
+    EXPECT_EQ(cellText(1, 0).size(), 6);
+
+    QTest::mouseClick(controls->absolute, Qt::LeftButton);
+    EXPECT_EQ(controls->valueSlider->minimum(), 0);
+    EXPECT_EQ(controls->valueSlider->maximum(), 10000);
 }
 
 TEST_F(WindowActions, KeyboardUndoOfApplyAndRoundFollowsTheTable) {
