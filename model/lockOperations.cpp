@@ -54,6 +54,17 @@ HString lockCommand(const HString& subject, const char* suffix) {
     return HString("setAttr ") + subject + suffix;
 }
 
+// True, after the message, when the selection holds nothing.
+bool reportEmpty(const weightTableModel::SelectionSplit& split, const char* message) {
+    if (!split.columns.isEmpty() || !split.rows.isEmpty() || !split.cells.isEmpty())
+        return false;
+    HGlobal::displayError(message);
+    return true;
+}
+
+const char* const kNothingSelectedToLock =
+    "There is nothing to lock. Please select joint column or vertex row to lock.";
+
 } // namespace
 
 weightTableModel::SelectionSplit weightTableModel::splitSelection() const {
@@ -227,11 +238,8 @@ bool weightTableModel::unlockOneCell(int row, int column) {
 
 void weightTableModel::newLockSelected() {
     const SelectionSplit split = splitSelection();
-    if (split.columns.isEmpty() && split.rows.isEmpty() && split.cells.isEmpty()) {
-        HGlobal::displayError(
-            "There is nothing to lock. Please select joint column or vertex row to lock.");
+    if (reportEmpty(split, kNothingSelectedToLock))
         return;
-    }
     for (int column : split.columns)
         lockColumn(column, true);
     for (int row : split.rows)
@@ -244,10 +252,8 @@ void weightTableModel::newLockSelected() {
 
 void weightTableModel::newUnlockSelected() {
     const SelectionSplit split = splitSelection();
-    if (split.columns.isEmpty() && split.rows.isEmpty() && split.cells.isEmpty()) {
-        HGlobal::displayError(kNothingSelectedToUnlock);
+    if (reportEmpty(split, kNothingSelectedToUnlock))
         return;
-    }
     for (int column : split.columns)
         if (lockedColumns.contains(column))
             unlockColumn(column);
@@ -336,11 +342,8 @@ HString weightTableModel::vertexLockPlugName(int row) const {
 
 void weightTableModel::lockSelected() {
     const SelectionSplit split = splitSelection();
-    if (split.columns.isEmpty() && split.rows.isEmpty() && split.cells.isEmpty()) {
-        HGlobal::displayError(
-            "There is nothing to lock. Please select joint column or vertex row to lock.");
+    if (reportEmpty(split, kNothingSelectedToLock))
         return;
-    }
     for (int column : split.columns)
         lockColumn(column, false);
     for (int row : split.rows) {
@@ -364,10 +367,8 @@ void weightTableModel::lockSelected() {
 
 void weightTableModel::unlockSelected() {
     const SelectionSplit split = splitSelection();
-    if (split.columns.isEmpty() && split.rows.isEmpty() && split.cells.isEmpty()) {
-        HGlobal::displayError(kNothingSelectedToUnlock);
+    if (reportEmpty(split, kNothingSelectedToUnlock))
         return;
-    }
     for (int column : split.columns) {
         if (!lockedColumns.contains(column)) {
             HGlobal::displayError("The selected joint is not in the locked list.");

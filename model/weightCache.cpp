@@ -31,6 +31,12 @@ void appendReusing(WeightRows& rows, const WeightRow& row, const WeightRows& reu
         rows.append(row);
 }
 
+// `current` goes into `keep`, then `restore` becomes current.
+template <typename T> void replaceKeeping(T& current, T& keep, const T& restore) {
+    keep = current;
+    current = restore;
+}
+
 } // namespace
 
 void weightTableModel::snapshotWeightRows() {
@@ -246,29 +252,19 @@ void weightTableModel::restoreRedoHeaders() {
 }
 
 void weightTableModel::restoreUndoShapes() {
-    redoSkinClusters = skinClusters;
-    redoShapePaths = shapePaths;
-    redoShapeComponents = shapeComponents;
-    redoInfluencePaths = influencePaths;
-    redoInfluenceColumns = influenceColumns;
-    skinClusters = undoSkinClusters;
-    shapePaths = undoShapePaths;
-    shapeComponents = undoShapeComponents;
-    influencePaths = undoInfluencePaths;
-    influenceColumns = undoInfluenceColumns;
+    replaceKeeping(skinClusters, redoSkinClusters, undoSkinClusters);
+    replaceKeeping(shapePaths, redoShapePaths, undoShapePaths);
+    replaceKeeping(shapeComponents, redoShapeComponents, undoShapeComponents);
+    replaceKeeping(influencePaths, redoInfluencePaths, undoInfluencePaths);
+    replaceKeeping(influenceColumns, redoInfluenceColumns, undoInfluenceColumns);
 }
 
 void weightTableModel::restoreRedoShapes() {
-    undoSkinClusters = skinClusters;
-    undoShapePaths = shapePaths;
-    undoShapeComponents = shapeComponents;
-    undoInfluencePaths = influencePaths;
-    undoInfluenceColumns = influenceColumns;
-    skinClusters = redoSkinClusters;
-    shapePaths = redoShapePaths;
-    shapeComponents = redoShapeComponents;
-    influencePaths = redoInfluencePaths;
-    influenceColumns = redoInfluenceColumns;
+    replaceKeeping(skinClusters, undoSkinClusters, redoSkinClusters);
+    replaceKeeping(shapePaths, undoShapePaths, redoShapePaths);
+    replaceKeeping(shapeComponents, undoShapeComponents, redoShapeComponents);
+    replaceKeeping(influencePaths, undoInfluencePaths, redoInfluencePaths);
+    replaceKeeping(influenceColumns, undoInfluenceColumns, redoInfluenceColumns);
 }
 
 void weightTableModel::restoreUndoLoad() {

@@ -230,11 +230,14 @@ private:
     // Lock operations: the selection split into whole columns, whole rows and the other cells;
     // locking and unlocking one column, row or cell in the list, the scene and the display.
     // The row forms return false when the row is a shape header row and the operation stops.
+public:
     struct SelectionSplit {
         QList<int> columns;
         QList<int> rows;
         QModelIndexList cells;
     };
+
+private:
     SelectionSplit splitSelection() const;
     bool isShapeRow(int row) const;
     bool vertexOfLockRow(int row, HObject& cluster, int& vertex) const;

@@ -148,3 +148,17 @@ TEST_F(CellEntry, NormaliseModeZeroIsRaisedOnlyForTheWriteAndPutBack) {
     EXPECT_EQ(vorel::weightsOf(body, 0), kStart[0]);
     EXPECT_EQ(mode.asInt(), 0);
 }
+
+TEST_F(CellEntry, UndoOfTwoCellsOfOneVertexLeavesTheFirstWritesWeights) {
+    selectCells({{1, 0}});
+    typeIntoCell({1, 0}, "0.2");
+    const std::vector<double> afterFirstWrite = vorel::weightsOf(body, 0);
+    ASSERT_TRUE(vorel::run("undo"));
+    ASSERT_EQ(vorel::weightsOf(body, 0), kStart[0]);
+
+    // The kept weights go back in write order, so the second write's undo comes last.
+    selectCells({{1, 0}, {1, 1}});
+    typeIntoCell({1, 0}, "0.2");
+    ASSERT_TRUE(vorel::run("undo"));
+    EXPECT_EQ(vorel::weightsOf(body, 0), afterFirstWrite);
+}

@@ -112,3 +112,19 @@ TEST_F(FreshWindowKeys, ControlZRightAfterOpeningDoesNothing) {
     EXPECT_TRUE(output.lines().empty());
     EXPECT_EQ(model->rowCount(), 0);
 }
+
+TEST_F(TableKeys, ControlZAfterALoadBringsThePreviousTableBack) {
+    runtime::NodePtr armJoint = scene().createNode("joint", "armJoint");
+    vorel::bindMesh("arm", {armJoint}, {{1.0}, {1.0}});
+    selectAndLoad("arm");
+    ASSERT_EQ(rowNames(), (QStringList{"armShape", "vtx[0]", "vtx[1]"}));
+    QApplication::setActiveWindow(window);
+    table->setFocus();
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(rowNames(), (QStringList{"bodyShape", "vtx[0]", "vtx[1]", "vtx[2]", "vtx[3]"}));
+    EXPECT_EQ(columnNames(), (QStringList{"bodyJoint1", "bodyJoint2", "bodyJoint3"}));
+    EXPECT_EQ(cellText(1, 0), "0.500");
+    press(Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(rowNames(), (QStringList{"armShape", "vtx[0]", "vtx[1]"}));
+    EXPECT_EQ(cellText(2, 0), "1.000");
+}
