@@ -11,15 +11,13 @@
 #include <QTableView>
 #include <QTest>
 #include <gtest/gtest.h>
-#include <memory>
 
 namespace {
 
-class FloodReplace : public vorel::VorelWindowTest {
+class FloodReplace : public vorel::VorelControlsTest {
 protected:
     void SetUp() override {
-        VorelWindowTest::SetUp();
-        controls = std::make_unique<vorel::WindowControls>(window);
+        VorelControlsTest::SetUp();
         body = vorel::makeMesh(3, 3, 1);
         vorel::setWeights(body, {{0.2, 0.8, 0.0}, {0.5, 0.5, 0.0}, {0.6, 0.2, 0.2}});
         arm = vorel::bindMesh("arm", body.joints, {{0.5, 0.5, 0.0}, {0.2, 0.8, 0.0}});
@@ -32,7 +30,6 @@ protected:
         QTest::mouseClick(controls->floodApply, Qt::LeftButton);
     }
 
-    std::unique_ptr<vorel::WindowControls> controls;
     fixture::SkinnedMesh body;
     fixture::SkinnedMesh arm;
 };

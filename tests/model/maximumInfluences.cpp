@@ -7,15 +7,13 @@
 #include <QLineEdit>
 #include <QTableView>
 #include <gtest/gtest.h>
-#include <memory>
 
 namespace {
 
-class MaximumInfluences : public vorel::VorelWindowTest {
+class MaximumInfluences : public vorel::VorelControlsTest {
 protected:
     void SetUp() override {
-        VorelWindowTest::SetUp();
-        controls = std::make_unique<vorel::WindowControls>(window);
+        VorelControlsTest::SetUp();
         body = vorel::makeMesh(4, 4, 1);
         vorel::setWeights(body, {{0.5, 0.25, 0.25, 0.0},
                                  {1.0, 0.0, 0.0, 0.0},
@@ -25,7 +23,6 @@ protected:
         before = vorel::everyVertexWeights(body);
     }
 
-    std::unique_ptr<vorel::WindowControls> controls;
     fixture::SkinnedMesh body;
     vorel::MeshWeights before;
 };

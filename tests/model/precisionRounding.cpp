@@ -7,15 +7,13 @@
 #include <QLineEdit>
 #include <QTableView>
 #include <gtest/gtest.h>
-#include <memory>
 
 namespace {
 
-class PrecisionRounding : public vorel::VorelWindowTest {
+class PrecisionRounding : public vorel::VorelControlsTest {
 protected:
     void SetUp() override {
-        VorelWindowTest::SetUp();
-        controls = std::make_unique<vorel::WindowControls>(window);
+        VorelControlsTest::SetUp();
         body = vorel::makeMesh(2, 3, 1);
         vorel::setWeights(body, {{0.46, 0.27, 0.27}, {0.3334, 0.3333, 0.3333}});
         selectAndLoad("body");
@@ -24,7 +22,6 @@ protected:
         return {cellText(row, 0), cellText(row, 1), cellText(row, 2)};
     }
 
-    std::unique_ptr<vorel::WindowControls> controls;
     fixture::SkinnedMesh body;
 };
 

@@ -12,15 +12,13 @@
 #include <QTableView>
 #include <QTest>
 #include <gtest/gtest.h>
-#include <memory>
 
 namespace {
 
-class SliderDrag : public vorel::VorelWindowTest {
+class SliderDrag : public vorel::VorelControlsTest {
 protected:
     void SetUp() override {
-        VorelWindowTest::SetUp();
-        controls = std::make_unique<vorel::WindowControls>(window);
+        VorelControlsTest::SetUp();
         body = vorel::makeMesh(3, 3, 1);
         vorel::setWeights(body, {{0.2, 0.8, 0.0}, {0.5, 0.5, 0.0}, {0.6, 0.2, 0.2}});
         selectAndLoad("body");
@@ -35,7 +33,6 @@ protected:
         QTest::mouseClick(controls->relative, Qt::LeftButton);
     }
 
-    std::unique_ptr<vorel::WindowControls> controls;
     fixture::SkinnedMesh body;
 };
 

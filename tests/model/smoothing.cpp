@@ -13,15 +13,13 @@
 #include <QTest>
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <memory>
 
 namespace {
 
-class Smoothing : public vorel::VorelWindowTest {
+class Smoothing : public vorel::VorelControlsTest {
 protected:
     void SetUp() override {
-        VorelWindowTest::SetUp();
-        controls = std::make_unique<vorel::WindowControls>(window);
+        VorelControlsTest::SetUp();
         fixture::SkinnedMeshOptions options;
         options.seed = 7;
         options.weightsPerVertex = 3;
@@ -55,7 +53,6 @@ protected:
         return text;
     }
 
-    std::unique_ptr<vorel::WindowControls> controls;
     fixture::SkinnedMesh body;
     fixture::SkinnedMesh arm;
     vorel::MeshWeights bodyBefore;

@@ -46,6 +46,13 @@ template <typename Widget> Widget* withText(QMainWindow* window, const QString& 
     return nullptr;
 }
 
+// The edit box and slider that follow a label.
+void findLine(QMainWindow* window, const QString& text, QLineEdit*& edit, QSlider*& slider) {
+    QLabel* anchor = label(window, text);
+    edit = beside<QLineEdit>(window, anchor, 1);
+    slider = beside<QSlider>(window, anchor, 2);
+}
+
 void pressWithControl(QWidget* focus, Qt::Key key) {
     focus->setFocus();
     QTest::keyClick(focus, key, Qt::ControlModifier);
@@ -61,20 +68,17 @@ WindowControls::WindowControls(QMainWindow* window) {
     QGroupBox* group = window->findChild<QGroupBox*>();
     valueEdit = beside<QLineEdit>(window, group, 1);
     valueSlider = beside<QSlider>(window, group, 2);
-    QLabel* opacity = label(window, "Opacity:");
-    opacityEdit = beside<QLineEdit>(window, opacity, 1);
-    opacitySlider = beside<QSlider>(window, opacity, 2);
-    QLabel* floodValue = label(window, "Value:");
-    floodValueEdit = beside<QLineEdit>(window, floodValue, 1);
-    floodValueSlider = beside<QSlider>(window, floodValue, 2);
-    QLabel* difference = label(window, "Required Weight Difference:");
-    differenceEdit = beside<QLineEdit>(window, difference, 1);
-    differenceSlider = beside<QSlider>(window, difference, 2);
-    QLabel* iterations = label(window, "Smoothing Iterations:");
-    iterationsEdit = beside<QLineEdit>(window, iterations, 1);
-    iterationsSlider = beside<QSlider>(window, iterations, 2);
+    findLine(window, "Opacity:", opacityEdit, opacitySlider);
+    findLine(window, "Value:", floodValueEdit, floodValueSlider);
+    findLine(window, "Required Weight Difference:", differenceEdit, differenceSlider);
+    findLine(window, "Smoothing Iterations:", iterationsEdit, iterationsSlider);
     floodOperation = window->findChild<QComboBox*>();
     floodApply = window->findChild<QPushButton*>("Apply");
+}
+
+void VorelControlsTest::SetUp() {
+    VorelWindowTest::SetUp();
+    controls = std::make_unique<WindowControls>(window);
 }
 
 void enter(QLineEdit* edit, const QString& text) {

@@ -3,10 +3,14 @@
 // gestures a user makes on them (typing into a box and pressing Return, releasing a slider,
 // pressing a key on the table).
 //
-// A control that cannot be found is null and fails the running test.
+// A control that cannot be found is null and fails the running test. VorelControlsTest is the
+// test base that opens the window and finds its controls.
 #pragma once
 
+#include "vorelSession.h"
+
 #include <QString>
+#include <memory>
 
 class QComboBox;
 class QLineEdit;
@@ -37,6 +41,14 @@ struct WindowControls {
     QSlider* iterationsSlider = nullptr;
     QComboBox* floodOperation = nullptr;
     QPushButton* floodApply = nullptr;
+};
+
+// The window opened, with its controls found.
+class VorelControlsTest : public VorelWindowTest {
+protected:
+    void SetUp() override;
+
+    std::unique_ptr<WindowControls> controls;
 };
 
 // Replaces the box's text and presses Return in it.

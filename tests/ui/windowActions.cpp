@@ -14,20 +14,17 @@
 #include <QTableView>
 #include <QTest>
 #include <gtest/gtest.h>
-#include <memory>
 
 namespace {
 
-class WindowActions : public vorel::VorelWindowTest {
+class WindowActions : public vorel::VorelControlsTest {
 protected:
     void SetUp() override {
-        VorelWindowTest::SetUp();
-        controls = std::make_unique<vorel::WindowControls>(window);
+        VorelControlsTest::SetUp();
         body = vorel::makeMesh(4, 3, 2);
         selectAndLoad("body");
     }
 
-    std::unique_ptr<vorel::WindowControls> controls;
     fixture::SkinnedMesh body;
 };
 
