@@ -4,9 +4,8 @@
 // Targets: maximum influences 4 over all rows under 2 s; "Round" under 1 s; smoothing with
 // nothing selected, 5 iterations, under 1.5 s; an absolute drag of a whole column under 1 s.
 #include "HGlobal.h"
-#include "HQtUtil.h"
 #include "benchHostMain.h"
-#include "sceneFixture.h"
+#include "largeTable.h"
 
 #include <QAbstractItemModel>
 #include <QItemSelectionModel>
@@ -15,12 +14,8 @@
 #include <QSlider>
 #include <QTableView>
 #include <benchmark/benchmark.h>
-#include <cstdio>
 
 namespace {
-
-constexpr unsigned kVertices = 100000;
-constexpr unsigned kInfluences = 64;
 
 QMainWindow* editorWindow = nullptr;
 QAbstractItemModel* tableModel = nullptr;
@@ -31,39 +26,19 @@ bool run(const char* command) {
     return static_cast<bool>(HGlobal::executeCommand(command));
 }
 
-void findWindow() {
-    for (QMainWindow* window : HQtUtil::mainWindow()->findChildren<QMainWindow*>()) {
-        if (!window->inherits("vorelWindow"))
-            continue;
-        editorWindow = window;
-        for (QAbstractItemModel* model : window->findChildren<QAbstractItemModel*>())
-            if (model->inherits("weightTableModel"))
-                tableModel = model;
-        tableView = window->findChild<QTableView*>();
-        for (QSlider* slider : window->findChildren<QSlider*>())
-            if (slider->minimum() == -1000)
-                valueSlider = slider;
-        for (QRadioButton* radio : window->findChildren<QRadioButton*>())
-            if (radio->text() == "absolute")
-                radio->click();
-    }
-}
-
 void prepare() {
-    fixture::SkinnedMeshOptions options;
-    options.vertices = kVertices;
-    options.joints = kInfluences;
-    options.weightsPerVertex = 8;
-    options.seed = 11;
-    fixture::makeSkinnedMesh(options);
-    if (!run("loadPlugin \"" VOREL_PLUGIN_PATH "\"") || !run("vorelCmd") ||
-        !run("select -r body")) {
-        std::fprintf(stderr, "cannot load the plug-in and select the mesh\n");
+    const LargeTable large = openLargeTable(VOREL_PLUGIN_PATH);
+    editorWindow = large.window;
+    tableModel = large.model;
+    tableView = large.table;
+    if (!editorWindow)
         return;
-    }
-    findWindow();
-    if (tableModel)
-        QMetaObject::invokeMethod(tableModel, "refreshSkinClusterData");
+    for (QSlider* slider : editorWindow->findChildren<QSlider*>())
+        if (slider->minimum() == -1000)
+            valueSlider = slider;
+    for (QRadioButton* radio : editorWindow->findChildren<QRadioButton*>())
+        if (radio->text() == "absolute")
+            radio->click();
 }
 
 // Times `edit` once per iteration; the host's undo puts the weights back, untimed.
