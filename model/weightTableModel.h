@@ -100,6 +100,13 @@ public:
     void restoreUndoRowsAndRefresh();
     void restoreUndoHeaders();
     void restoreUndoShapes();
+    // The reverse of the two above: the copies a table undo of a load put aside come back.
+    void restoreRedoHeaders();
+    void restoreRedoShapes();
+    // The table undo and redo of a load: headers, shapes and rows together, with the lock
+    // lists read again for the table that comes back.
+    void restoreUndoLoad();
+    void restoreRedoLoad();
     void rebuildWeightRows();
 
     // Locks every lock that the last newUnlockAll released.
@@ -183,6 +190,20 @@ private:
     void appendShapeRows(unsigned shape);
     void rebuildColumnLabels();
 
+    // Reading rows from the scene (weight cache): rounded and corrected for display, or
+    // unrounded with the shape rows marked. Rows equal to those of `reuse` at the same
+    // position are taken from it.
+    enum class SceneRows { kRoundedForDisplay, kMarkedFullPrecision };
+    WeightRows readSceneRows(const WeightRows& reuse, SceneRows kind);
+    void appendSceneRows(WeightRows& rows, unsigned shape, const HObject& vertices,
+                         const WeightRows& reuse, SceneRows kind, bool& correcting);
+    // The load's correction of one rounded vertex row; false when the pass must stop.
+    bool correctRoundedRow(WeightRow& row, double tolerance) const;
+    void markShapeRows();
+    void exchangeWithUndoRows();
+    void refreshRestoredRows(int previousRows);
+    void notifyWholeTable(int previousRows);
+
     // Presentation.
     bool hasLocks() const;
     bool isLockedCell(int row, int column) const;
@@ -193,6 +214,33 @@ private:
     HSelectionList vertexSelection(const QList<int>& rows) const;
     QModelIndexList selectedIndexes() const;
     void storeTopRightValue();
+
+    // Lock operations: the selection split into whole columns, whole rows and the other cells;
+    // locking and unlocking one column, row or cell in the list, the scene and the display.
+    // The row forms return false when the row is a shape header row and the operation stops.
+public:
+    struct SelectionSplit {
+        QList<int> columns;
+        QList<int> rows;
+        QModelIndexList cells;
+    };
+
+private:
+    SelectionSplit splitSelection() const;
+    bool isShapeRow(int row) const;
+    bool vertexOfLockRow(int row, HObject& cluster, int& vertex) const;
+    HString influencePathOfColumn(int column) const;
+    HString vertexLockPlugName(int row) const;
+    void notifyColumnLock(int column);
+    void notifyRowLock(int row);
+    void lockColumn(int column, bool storeName);
+    void unlockColumn(int column);
+    bool lockRow(int row);
+    void unlockRow(int row);
+    bool lockCellAt(int row, int column);
+    void unlockCellAt(int row, int column);
+    // False when the cell is not locked in any way.
+    bool unlockOneCell(int row, int column);
 
     // Lock persistence.
     void readJointLocks(const HObject& cluster);

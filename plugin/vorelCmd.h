@@ -35,6 +35,30 @@ public:
     bool isUndoable() const override;
 
 private:
+    // Prepare steps (vorelCmdPrepare.cpp, vorelCmdSmoothing.cpp): each fills the lists its
+    // write step needs; false when the edit cannot be prepared.
+    bool prepareLimitInfluences();
+    bool prepareRound();
+    bool prepareReplace();
+    bool prepareCells();
+    bool prepareColumnDrag();
+    bool preparePaintSmoothing();
+    bool prepareWeightSmoothing();
+
+    // Write steps (vorelCmdWrite.cpp, vorelCmdSmoothing.cpp), run by redoIt in a fixed order.
+    HStatus writeLimitInfluences();
+    HStatus writeRound();
+    HStatus writeFloodReplace();
+    HStatus writeCellValues();
+    HStatus writeColumnDrag();
+    HStatus writePaintSmoothing();
+    HStatus writeWeightSmoothing();
+
+    // The three ways undoIt writes the kept weights back.
+    HStatus restoreShapeWrites();
+    HStatus restoreRound();
+    HStatus restoreVertexWrites();
+
     // Copies of the model's loaded objects and lock lists, taken by every flagged doIt.
     HObjectArray skinClusters;
     HDagPathArray shapePaths;

@@ -67,8 +67,17 @@ void vorelWindow::loadWeightData() {
     lastUsedControl = loadComponentButton;
 }
 
-void vorelWindow::lockSelected() {}
+void vorelWindow::lockSelected() {
+    tableModel->newLockSelected();
+    lastUsedControl = lockButton;
+}
 
-void vorelWindow::unlockSelected() {}
+void vorelWindow::unlockSelected() {
+    tableModel->newUnlockSelected();
+    lastUsedControl = unlockButton;
+}
 
-void vorelWindow::unlockAll() {}
+void vorelWindow::unlockAll() {
+    tableModel->newUnlockAll();
+    lastUsedControl = unlockAllButton;
+}
