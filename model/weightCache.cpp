@@ -106,10 +106,7 @@ WeightRows weightTableModel::readSceneRows(const WeightRows& reuse, SceneRows ki
     rows.reserve(reuse.size());
     bool correcting = true;
     for (unsigned shape = 0; shape < shapePaths.length() && shape < skinClusters.length(); ++shape)
-        appendSceneRows(
-            rows, shape,
-            weightWriting::wholeShapeComponent(shapePaths[shape], shapeComponents[shape]), reuse,
-            kind, correcting);
+        appendSceneRows(rows, shape, shapeComponents[shape], reuse, kind, correcting);
     return rows;
 }
 

@@ -71,7 +71,15 @@ void InfluenceLockGuard::setLocks(const char* value) const {
 bool readVertexWeights(const HObject& skinCluster, const HDagPath& shape, const HObject& vertices,
                        const VertexWeightVisitor& visit) {
     HIntArray indices;
-    HFnSingleIndexedComponent(vertices).getElements(indices);
+    if (vertices.isNull()) {
+        // Every vertex, in index order, which is the vertex iterator's order.
+        const int count = HItMeshVertex(shape).count();
+        indices.setLength(static_cast<unsigned>(std::max(count, 0)));
+        for (int i = 0; i < count; ++i)
+            indices[static_cast<unsigned>(i)] = i;
+    } else {
+        HFnSingleIndexedComponent(vertices).getElements(indices);
+    }
     HFnSkinCluster cluster(skinCluster);
     HDoubleArray weights;
     const unsigned total = indices.length();

@@ -52,9 +52,10 @@ private:
     bool undo;
 };
 
-// Reads the weights of `vertices` of the shape from the skin cluster in slices, so that a large
-// mesh never needs one array of all its weights. `visit` gets each vertex's position in
-// `vertices` and its weights in influence order (`count` of them). False when a read failed.
+// Reads the weights of `vertices` of the shape (every vertex in index order when null) from the
+// skin cluster in slices, so that a large mesh never needs one array of all its weights. `visit`
+// gets each vertex's position in `vertices` and its weights in influence order (`count` of them).
+// False when a read failed.
 using VertexWeightVisitor =
     std::function<void(int position, const double* weights, unsigned count)>;
 bool readVertexWeights(const HObject& skinCluster, const HDagPath& shape, const HObject& vertices,

@@ -35,6 +35,7 @@ enum HostModuleRank {
     kOutputRank = 0,
     kEventsRank = 10,
     kMainWindowRank = 20,
+    kProgressRank = 30,
     kSceneRank = 100,
     kSelectionRank = 200,
     kLanguageRank = 300,
