@@ -17,8 +17,8 @@
 // The operations are implemented one concern per source file: weightTableModel.cpp (members,
 // lookups, accessors), weightLoading.cpp, weightPresentation.cpp, sceneCallbacks.cpp,
 // lockPersistence.cpp, weightCache.cpp, weightUpdate.cpp, cellEntry.cpp, sliderDrag.cpp,
-// maximumInfluences.cpp, precisionRounding.cpp, floodReplace.cpp, smoothing.cpp and
-// lockOperations.cpp.
+// maximumInfluences.cpp, precisionRounding.cpp, floodReplace.cpp, smoothing.cpp,
+// vertexRefresh.cpp and lockOperations.cpp.
 #pragma once
 
 #include "HCommandMessage.h"
@@ -213,7 +213,19 @@ private:
     int positiveCount(int row) const;
     HSelectionList vertexSelection(const QList<int>& rows) const;
     QModelIndexList selectedIndexes() const;
+    // The table view's fully selected columns and rows (their cells in row or column 0).
+    QModelIndexList selectedColumns() const;
+    QModelIndexList selectedRows() const;
     void storeTopRightValue();
+
+    // Editing operations.
+    // Reads the vertices of many cells back, as updateWeightListAtIndex does one by one.
+    void refreshVertexCells(const QModelIndexList& cells);
+    // Whether a row's lock, or a locked cell or influence holding weight in it, keeps its
+    // number of influences.
+    bool rowLimitIsLocked(int row) const;
+    // The one shape whose selected vertices are smoothed, or -1 after reporting why none.
+    int smoothedShape(const QModelIndexList& cells, const QModelIndexList& rows) const;
 
     // Lock operations: the selection split into whole columns, whole rows and the other cells;
     // locking and unlocking one column, row or cell in the list, the scene and the display.

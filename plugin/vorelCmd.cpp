@@ -62,13 +62,7 @@ HStatus vorelCmd::doIt(const HArgList& args) {
         HGlobal::displayError("The Vorel window is not open. Run vorelCmd without flags first.");
         return HS::kFailure;
     }
-    skinClusters = editorModel->getSkinClusters();
-    shapePaths = editorModel->getShapePaths();
-    weightRows = editorModel->getWeightRows();
-    influencePaths = editorModel->getInfluencePaths();
-    shapeComponents = editorModel->getShapeComponents();
-    lockedCells = editorModel->getLockedCells();
-    lockedColumns = editorModel->getLockedColumns();
+    copyModel();
 
     // The first flag whose edit can be prepared is performed; a flag whose preparation fails
     // (it said why) lets the next one be tried.
@@ -83,6 +77,16 @@ HStatus vorelCmd::doIt(const HArgList& args) {
     if (!prepared)
         return HS::kSuccess;
     return redoIt();
+}
+
+void vorelCmd::copyModel() {
+    skinClusters = editorModel->getSkinClusters();
+    shapePaths = editorModel->getShapePaths();
+    weightRows = editorModel->getWeightRows();
+    influencePaths = editorModel->getInfluencePaths();
+    shapeComponents = editorModel->getShapeComponents();
+    lockedCells = editorModel->getLockedCells();
+    lockedColumns = editorModel->getLockedColumns();
 }
 
 HStatus vorelCmd::redoIt() {

@@ -11,6 +11,8 @@
 #include "weightTableModel.h"
 #include "weightWriting.h"
 
+#include <QHash>
+
 using namespace commandModelAccess;
 using weightWriting::singleVertexComponent;
 using weightWriting::wholeShapeComponent;
@@ -34,6 +36,8 @@ bool vorelCmd::prepareLimitInfluences() {
     editComponents.clear();
     requestedRows = editorModel->getPendingRows();
     maxInfluences = editorModel->getMaxInfluences();
+    // Each cluster's influences are counted once, not once per row.
+    QHash<int, unsigned> countOfShape;
     for (int r : qAsConst(requestedRows)) {
         if (r < 0 || r >= weightRows.size())
             continue;
@@ -43,7 +47,9 @@ bool vorelCmd::prepareLimitInfluences() {
             HGlobal::displayError("There is an error accessing shape index.");
             return false;
         }
-        const unsigned count = influenceCount(skinClusters[static_cast<unsigned>(shape)]);
+        if (!countOfShape.contains(shape))
+            countOfShape.insert(shape, influenceCount(skinClusters[static_cast<unsigned>(shape)]));
+        const unsigned count = countOfShape.value(shape);
         int vertex = 0;
         if (!vertexOfRow(*editorModel, r, vertex)) {
             HGlobal::displayError("There is some error with parsing the vertex index value.");
@@ -120,8 +126,13 @@ bool vorelCmd::prepareReplace() {
 }
 
 bool vorelCmd::prepareCells() {
-    cellValues = editorModel->getPendingValues();
-    cells = editorModel->getPendingCells();
+    return prepareCells(editorModel->getPendingCells(), editorModel->getPendingValues(), true);
+}
+
+bool vorelCmd::prepareCells(const QModelIndexList& requested, const QList<double>& values,
+                            bool checkRows) {
+    cellValues = values;
+    cells = requested;
     editShapes.clear();
     editComponents.clear();
     influenceIndices.clear();
@@ -131,7 +142,8 @@ bool vorelCmd::prepareCells() {
     for (const QModelIndex& cell : qAsConst(cells)) {
         const int r = cell.row();
         if (r < 0 || r >= weightRows.size()) {
-            HGlobal::displayInfo("There is an error getting row number");
+            HGlobal::displayInfo(checkRows ? "There is an error getting row number"
+                                           : "This is not a valid cell to edit.");
             return false;
         }
         const int shape = static_cast<int>(weightRows.at(r).at(0));

@@ -2,13 +2,19 @@
 // write keeps what it replaced in oldWeights, in write order; every write but the rounding one
 // runs inside the normalisation guard.
 #include "HDagPathArray.h"
+#include "HFnDagNode.h"
 #include "HFnSkinCluster.h"
 #include "HGlobal.h"
+#include "HQtUtil.h"
 #include "commandModelAccess.h"
 #include "editorPointers.h"
 #include "vorelCmd.h"
 #include "weightTableModel.h"
 #include "weightWriting.h"
+
+#include <QHash>
+#include <QVector>
+#include <vector>
 
 using namespace commandModelAccess;
 using weightWriting::InfluenceLockGuard;
@@ -33,6 +39,32 @@ int smallestPositive(const WeightRow& row) {
     return found;
 }
 
+// The lookups the limit step makes for one skin cluster, done once per cluster instead of once
+// per removed weight: on a large mesh those are millions of path and name comparisons.
+struct ClusterLookups {
+    bool ready = false;
+    // Per influence index, its table column (-1 when it has none).
+    QVector<int> columnOfInfluence;
+    // Per table column, the first influence whose node name is the column's header text.
+    QVector<int> influenceOfColumn;
+};
+
+void fillLookups(ClusterLookups& lookups, const weightTableModel& model, const HObject& cluster) {
+    lookups.ready = true;
+    HDagPathArray influences;
+    HFnSkinCluster(cluster).influenceObjects(influences);
+    QHash<QString, int> firstOfName;
+    for (unsigned k = 0; k < influences.length(); ++k) {
+        lookups.columnOfInfluence.append(model.columnOfInfluence(influences[k]));
+        const QString name = HQtUtil::toQString(HFnDagNode(influences[k]).name());
+        if (!firstOfName.contains(name))
+            firstOfName.insert(name, static_cast<int>(k));
+    }
+    for (int column = 0; column < model.columnCount(); ++column)
+        lookups.influenceOfColumn.append(
+            firstOfName.value(HQtUtil::toQString(columnName(model, column)), -1));
+}
+
 } // namespace
 
 HStatus vorelCmd::writeLimitInfluences() {
@@ -41,16 +73,21 @@ HStatus vorelCmd::writeLimitInfluences() {
         editComponents.isEmpty() || nonZeroCounts.isEmpty())
         return notSetUp();
     HStatus status;
+    std::vector<ClusterLookups> lookupsOfShape(shapePaths.length());
     for (int i = 0; i < overLimitRows.size(); ++i) {
         const int r = overLimitRows[i];
         const unsigned shape = static_cast<unsigned>(editShapes[i]);
         HFnSkinCluster cluster(skinClusters[shape]);
+        ClusterLookups& lookups = lookupsOfShape[shape];
+        if (!lookups.ready)
+            fillLookups(lookups, *editorModel, skinClusters[shape]);
         WeightRow working = weightRows.at(r);
         const int excess = nonZeroCounts[i] - maxInfluences;
         for (int round = 0; round < excess; ++round) {
             const int column = smallestPositive(working) - 1;
-            const int influence = editorModel->influenceIndexByName(
-                skinClusters[shape], columnName(*editorModel, column));
+            const int influence = column >= 0 && column < lookups.influenceOfColumn.size()
+                                      ? lookups.influenceOfColumn[column]
+                                      : -1;
             if (influence == -1) {
                 HGlobal::displayInfo("Could not find the influence.");
                 return HS::kFailure;
@@ -69,15 +106,16 @@ HStatus vorelCmd::writeLimitInfluences() {
             HDoubleArray weights;
             unsigned count = 0;
             cluster.getWeights(shapePaths[shape], editComponents[i], weights, count);
-            HDagPathArray influences;
-            cluster.influenceObjects(influences);
             WeightRow& row = weightRows[r];
-            for (unsigned k = 0; k < count && k < weights.length(); ++k) {
-                const int c = editorModel->columnOfInfluence(influences[k]);
+            for (unsigned k = 0; k < count && k < weights.length() &&
+                                 k < unsigned(lookups.columnOfInfluence.size());
+                 ++k) {
+                const int c = lookups.columnOfInfluence[k];
                 if (c >= 0 && c + 1 < row.size())
                     row[c + 1] = weights[k];
             }
             working = row;
+            influenceRemoved(r, column);
         }
     }
     return status;
@@ -140,7 +178,8 @@ HStatus vorelCmd::writeCellValues() {
                 lockColumns.append(cell[1]);
         HDoubleArray old;
         {
-            InfluenceLockGuard locks(influencePathNames(influencePaths, lockColumns), true);
+            InfluenceLockGuard locks(influencePathNames(influencePaths, lockColumns),
+                                     recordCellLocks);
             NormalisationGuard normalisation(skinClusters[shape]);
             status = HFnSkinCluster(skinClusters[shape])
                          .setWeights(shapePaths[shape], editComponents[i],
@@ -172,6 +211,8 @@ HStatus vorelCmd::writeColumnDrag() {
     }
     return status;
 }
+
+void vorelCmd::influenceRemoved(int, int) {}
 
 HStatus vorelCmd::restoreShapeWrites() {
     HStatus status = HS::kFailure;

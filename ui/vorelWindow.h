@@ -16,6 +16,7 @@
 #include <QItemSelection>
 #include <QMainWindow>
 #include <QModelIndex>
+#include <QModelIndexList>
 #include <QPoint>
 
 class QAction;
@@ -137,6 +138,20 @@ private:
     void finishPrecisionChange();
     // The value box and slider as the keyboard undo and redo of a value edit leave them.
     void showValueForStep();
+
+    // Control slot helpers.
+    // Value slider units per 1.0: 10^decimalPlaces.
+    int valueScale() const;
+    // Fixed notation with decimalPlaces decimals.
+    QString formatValue(double value) const;
+    QModelIndexList selectedCells() const;
+    bool anySelectedCellHasText() const;
+    // Warns and gives false when no cell, or no cell with a weight, is selected for a drag.
+    bool checkValueTargets();
+    void editToSlider(const ValueLine& line, int scale, int& savedValue);
+    void sliderToEdit(const ValueLine& line, int scale, int& savedValue);
+    // The flood value times the opacity; false after an error when they are not usable.
+    bool floodStrength(double& strength) const;
 
     // Views and model.
     weightTableView* tableView = nullptr;

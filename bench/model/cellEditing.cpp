@@ -6,23 +6,17 @@
 // - memory: fifty single-cell edits, all kept in the host's undo queue, must leave the
 //   process's resident size under twice what it was after loading ("rss_ratio").
 #include "HGlobal.h"
-#include "HQtUtil.h"
 #include "benchHostMain.h"
-#include "sceneFixture.h"
+#include "largeTable.h"
 
 #include <QAbstractItemModel>
 #include <QItemSelectionModel>
-#include <QMainWindow>
 #include <QTableView>
 #include <benchmark/benchmark.h>
-#include <cstdio>
 #include <fstream>
 #include <unistd.h>
 
 namespace {
-
-constexpr unsigned kVertices = 100000;
-constexpr unsigned kInfluences = 64;
 
 QAbstractItemModel* tableModel = nullptr;
 QTableView* table = nullptr;
@@ -40,27 +34,11 @@ bool run(const char* command) {
 }
 
 void prepare() {
-    fixture::SkinnedMeshOptions options;
-    options.vertices = kVertices;
-    options.joints = kInfluences;
-    options.weightsPerVertex = 8;
-    options.seed = 11;
-    fixture::makeSkinnedMesh(options);
-    if (!run("loadPlugin \"" VOREL_PLUGIN_PATH "\"") || !run("vorelCmd") ||
-        !run("select -r body")) {
-        std::fprintf(stderr, "cannot load the plug-in and select the mesh\n");
-        return;
-    }
-    for (QMainWindow* window : HQtUtil::mainWindow()->findChildren<QMainWindow*>()) {
-        for (QAbstractItemModel* model : window->findChildren<QAbstractItemModel*>())
-            if (model->inherits("weightTableModel"))
-                tableModel = model;
-        if (QTableView* view = window->findChild<QTableView*>())
-            table = view;
-    }
+    const LargeTable large = openLargeTable(VOREL_PLUGIN_PATH);
+    tableModel = large.model;
+    table = large.table;
     if (!tableModel || !table)
         return;
-    QMetaObject::invokeMethod(tableModel, "refreshSkinClusterData");
     loadedMegabytes = residentMegabytes();
 }
 
