@@ -1,6 +1,66 @@
-// The display precision, and writing the rounded weights into the scene.
+// The display precision, and writing the rounded weights into the scene. The display is
+// rounded again from the unrounded weights read from the scene, so lowering and raising the
+// precision never loses digits; only "Round" writes rounded weights back.
+#include "HGlobal.h"
 #include "weightTableModel.h"
 
-void weightTableModel::setPrecision(int) {}
+using namespace weightRows;
 
-void weightTableModel::applyPrecision() {}
+void weightTableModel::setPrecision(int precisionNum) {
+    if (precisionNum < 1) {
+        HGlobal::displayError("The precision value is not set up correctly.");
+        return;
+    }
+    if (fullPrecisionRows.isEmpty()) {
+        HGlobal::displayError("There is no weight list data.");
+        return;
+    }
+    if (hasLocks()) {
+        HGlobal::displayError(
+            "There is locked joint or vertex, please unlock all and then set precision.");
+        return;
+    }
+    lastPrecision = precision;
+    precision = precisionNum;
+
+    const int rows = qMin(weightRows.size(), fullPrecisionRows.size());
+    for (int r = 0; r < rows; ++r) {
+        const WeightRow& unrounded = fullPrecisionRows[r];
+        WeightRow& shown = weightRows[r];
+        const int end = qMin(unrounded.size(), shown.size());
+        for (int j = 1; j < end; ++j)
+            if (unrounded[j] > 0.0)
+                shown[j] = roundToPrecision(unrounded[j], precision);
+    }
+
+    // Unlike the rounding after a load there is no tolerance: the last positive cell always
+    // takes the remainder, since the unrounded vertex was what the scene holds.
+    for (WeightRow& row : weightRows) {
+        if (!isVertexRow(row))
+            continue;
+        if (row.size() < 2) {
+            HGlobal::displayError("This row doesn't have more than 2 columns.");
+            continue;
+        }
+        double sumBeforeLast = 0.0;
+        int lastPosition = -1;
+        for (int i = 1; i < row.size(); ++i) {
+            if (row[i] <= 0.0)
+                continue;
+            if (lastPosition != -1)
+                sumBeforeLast += row[lastPosition];
+            lastPosition = i;
+        }
+        if (lastPosition == -1) {
+            HGlobal::displayError("There is something wrong accessing weight data.");
+            return;
+        }
+        row[lastPosition] = 1.0 - sumBeforeLast;
+    }
+    emit layoutChanged();
+}
+
+void weightTableModel::applyPrecision() {
+    pendingRoundedRows = weightRows;
+    HGlobal::executeCommand("vorelCmd -round", true, true);
+}

@@ -1,6 +1,43 @@
-// The table's own undo and redo copies of the weight list, headers and loaded shapes, and the
-// unrounded weights from which the display is rounded again when the precision changes.
+// The table's own undo and redo copies of the weight list, headers and loaded shapes, the
+// unrounded weights from which the display is rounded again when the precision changes, and
+// the rebuild of the list from the scene after every command.
+//
+// Copies share rows (the rows are implicitly shared vectors), and both the rebuild and the
+// cache keep the rows that did not change, so that each undo copy and each command holds only
+// what its edit changed.
+#include "HDagPathArray.h"
+#include "HFnSkinCluster.h"
+#include "HGlobal.h"
+#include "weightRounding.h"
 #include "weightTableModel.h"
+#include "weightWriting.h"
+
+#include <vector>
+
+using namespace weightRows;
+
+namespace {
+
+const char* const kRestoreFailed = "There is a problem with restoring weight data.";
+const char* const kNoBottomRight =
+    "Nothing to undo, there is something wrong with getting the bottomRight Index!";
+
+// Appends `row`, or the row of `reuse` at the same position when that one is equal.
+void appendReusing(WeightRows& rows, const WeightRow& row, const WeightRows& reuse) {
+    const int position = rows.size();
+    if (position < reuse.size() && reuse.at(position) == row)
+        rows.append(reuse.at(position));
+    else
+        rows.append(row);
+}
+
+// `current` goes into `keep`, then `restore` becomes current.
+template <typename T> void replaceKeeping(T& current, T& keep, const T& restore) {
+    keep = current;
+    current = restore;
+}
+
+} // namespace
 
 void weightTableModel::snapshotWeightRows() {
     // Rows are shared, not copied: the snapshot stays as it is while the table's rows detach
@@ -8,26 +45,266 @@ void weightTableModel::snapshotWeightRows() {
     undoWeightRows = weightRows;
 }
 
-void weightTableModel::cacheFullPrecisionWeights() {}
+void weightTableModel::appendSceneRows(WeightRows& rows, unsigned shape, const HObject& vertices,
+                                       const WeightRows& reuse, SceneRows kind, bool& correcting) {
+    const int columns = static_cast<int>(influencePaths.length());
+    const int headerRow = rows.size();
+    appendReusing(rows, WeightRow(columns + 1, kHeaderCell), reuse);
+    const HDagPath& path = shapePaths[shape];
+    const HObject& cluster = skinClusters[shape];
+    HDagPathArray influences;
+    HFnSkinCluster(cluster).influenceObjects(influences);
+    std::vector<int> elementOf(influences.length());
+    for (unsigned k = 0; k < influences.length(); ++k)
+        elementOf[k] = columnOfInfluence(influences[k]) + 1;
 
-void weightTableModel::restoreRedoRows() {}
+    WeightRow rowTemplate(columns + 1, kMissingInfluence);
+    rowTemplate[0] = static_cast<double>(shape);
+    WeightRow row = rowTemplate;
+    bool unnormalised = false;
+    const double tolerance = weightRounding::lastWeightTolerance(precision);
+    // Columns that follow the influence order (one shape, or the first of several) allow the
+    // one-pass fill; other layouts take the general steps, with the same result.
+    bool ordered = !elementOf.empty();
+    for (size_t k = 0; k < elementOf.size(); ++k)
+        ordered = ordered && elementOf[k] > 0 && (k == 0 || elementOf[k] > elementOf[k - 1]);
+    weightWriting::readVertexWeights(
+        cluster, path, vertices, [&](int, const double* weights, unsigned count) {
+            double* cells = row.data();
+            std::copy(rowTemplate.constBegin(), rowTemplate.constEnd(), cells);
+            const unsigned used = std::min<unsigned>(count, elementOf.size());
+            if (kind == SceneRows::kRoundedForDisplay && ordered) {
+                if (weightRounding::fillRoundedRow(cells, elementOf.data(), weights, used,
+                                                   precision, tolerance, correcting) ==
+                    weightRounding::Correction::kNoPositiveWeight)
+                    correcting = correctRoundedRow(row, tolerance);
+                appendReusing(rows, row, reuse);
+                return;
+            }
+            double sum = 0.0;
+            for (unsigned k = 0; k < used; ++k) {
+                if (elementOf[k] > 0)
+                    cells[elementOf[k]] = weights[k];
+                sum += weights[k];
+            }
+            if (kind == SceneRows::kMarkedFullPrecision) {
+                unnormalised = unnormalised || !isNormalised(sum, precision);
+            } else {
+                weightRounding::roundPositiveWeights(row, precision);
+                // A vertex without weight ends the correction for every later row.
+                if (correcting)
+                    correcting = correctRoundedRow(row, tolerance);
+            }
+            appendReusing(rows, row, reuse);
+        });
+    if (unnormalised)
+        rows[headerRow][0] = kUnnormalisedShapeRow;
+}
 
-void weightTableModel::restoreRedoRowsAndRefresh() {}
+WeightRows weightTableModel::readSceneRows(const WeightRows& reuse, SceneRows kind) {
+    WeightRows rows;
+    rows.reserve(reuse.size());
+    bool correcting = true;
+    for (unsigned shape = 0; shape < shapePaths.length() && shape < skinClusters.length(); ++shape)
+        appendSceneRows(rows, shape, shapeComponents[shape], reuse, kind, correcting);
+    return rows;
+}
 
-void weightTableModel::restoreUndoRows() {}
+void weightTableModel::cacheFullPrecisionWeights() {
+    const WeightRows previous = fullPrecisionRows;
+    fullPrecisionRows.clear();
+    if (skinClusters.length() == 0) {
+        HGlobal::displayError("There is no weight to be cached.");
+        return;
+    }
+    if (shapePaths.length() == 0)
+        return;
+    fullPrecisionRows = readSceneRows(previous, SceneRows::kMarkedFullPrecision);
+}
 
-void weightTableModel::restoreUndoRowsAndRefresh() {}
+void weightTableModel::rebuildWeightRows() {
+    const int previousRows = weightRows.size();
+    const WeightRows previous = weightRows;
+    weightRows.clear();
+    weightRows = readSceneRows(previous, SceneRows::kRoundedForDisplay);
+    notifyWholeTable(previousRows);
+}
 
-void weightTableModel::restoreUndoHeaders() {}
+void weightTableModel::markShapeRows() {
+    int headerRow = -1;
+    bool unnormalised = false;
+    auto finishShape = [&]() {
+        if (headerRow == -1)
+            return;
+        const double mark = unnormalised ? kUnnormalisedShapeRow : kShapeRow;
+        if (weightRows.at(headerRow).at(0) != mark)
+            weightRows[headerRow][0] = mark;
+    };
+    for (int r = 0; r < weightRows.size(); ++r) {
+        const WeightRow& row = weightRows.at(r);
+        if (row.isEmpty())
+            continue;
+        if (!isVertexRow(row)) {
+            finishShape();
+            headerRow = r;
+            unnormalised = false;
+        } else if (!isNormalised(weightSum(row), precision)) {
+            unnormalised = true;
+        }
+    }
+    finishShape();
+}
 
-void weightTableModel::restoreUndoShapes() {}
+void weightTableModel::notifyWholeTable(int previousRows) {
+    const int lastRow = weightRows.size() - 1;
+    // A list of another length needs the views to take in the new shape first.
+    if (previousRows != weightRows.size() || lastRow < 1) {
+        emit layoutAboutToBeChanged();
+        emit layoutChanged();
+    }
+    if (lastRow < 1)
+        return;
+    const int elements = weightRows.at(lastRow).size();
+    if (elements - 1 < 0)
+        HGlobal::displayError(kNoBottomRight);
+    const QModelIndex topLeft = index(0, 0);
+    const QModelIndex bottomRight = index(lastRow, elements - 2);
+    if (topLeft.isValid() && bottomRight.isValid())
+        emit dataChanged(topLeft, bottomRight);
+    emit headerDataChanged(Qt::Vertical, 0, lastRow);
+    emit headerDataChanged(Qt::Horizontal, 0, elements - 1);
+}
 
-void weightTableModel::rebuildWeightRows() {}
+void weightTableModel::restoreRedoRows() {
+    snapshotWeightRows();
+    emit layoutAboutToBeChanged();
+    weightRows = redoWeightRows;
+    if (weightRows.isEmpty())
+        HGlobal::displayError(kRestoreFailed);
+    emit layoutChanged();
+}
 
-void weightTableModel::undoPrecision() {}
+void weightTableModel::restoreRedoRowsAndRefresh() {
+    const int previousRows = weightRows.size();
+    snapshotWeightRows();
+    weightRows = redoWeightRows;
+    refreshRestoredRows(previousRows);
+}
 
-void weightTableModel::undoMaxInfluence() {}
+void weightTableModel::exchangeWithUndoRows() {
+    redoWeightRows = weightRows;
+    weightRows = undoWeightRows;
+}
 
-void weightTableModel::undoApplyPrecision() {}
+void weightTableModel::restoreUndoRows() {
+    emit layoutAboutToBeChanged();
+    exchangeWithUndoRows();
+    if (weightRows.isEmpty())
+        HGlobal::displayError(kRestoreFailed);
+    emit layoutChanged();
+}
 
-void weightTableModel::redoApplyPrecision() {}
+void weightTableModel::restoreUndoRowsAndRefresh() {
+    const int previousRows = weightRows.size();
+    exchangeWithUndoRows();
+    refreshRestoredRows(previousRows);
+}
+
+void weightTableModel::refreshRestoredRows(int previousRows) {
+    if (weightRows.isEmpty()) {
+        HGlobal::displayError(kRestoreFailed);
+        if (previousRows != 0) {
+            emit layoutAboutToBeChanged();
+            emit layoutChanged();
+        }
+        return;
+    }
+    markShapeRows();
+    notifyWholeTable(previousRows);
+}
+
+void weightTableModel::restoreUndoHeaders() {
+    redoRowNames = rowNames;
+    rowNames.clear();
+    // As many names as the restored list has rows, whatever the copy holds.
+    for (int r = 0; r < undoWeightRows.size() && static_cast<unsigned>(r) < undoRowNames.length();
+         ++r)
+        rowNames.append(undoRowNames[static_cast<unsigned>(r)]);
+    redoInfluenceColors = influenceColors;
+    redoInfluenceNames = influenceNames;
+    influenceColors = undoInfluenceColors;
+    influenceNames = undoInfluenceNames;
+}
+
+void weightTableModel::restoreRedoHeaders() {
+    undoRowNames = rowNames;
+    rowNames.clear();
+    for (int r = 0; r < redoWeightRows.size() && static_cast<unsigned>(r) < redoRowNames.length();
+         ++r)
+        rowNames.append(redoRowNames[static_cast<unsigned>(r)]);
+    undoInfluenceColors = influenceColors;
+    undoInfluenceNames = influenceNames;
+    influenceColors = redoInfluenceColors;
+    influenceNames = redoInfluenceNames;
+}
+
+void weightTableModel::restoreUndoShapes() {
+    replaceKeeping(skinClusters, redoSkinClusters, undoSkinClusters);
+    replaceKeeping(shapePaths, redoShapePaths, undoShapePaths);
+    replaceKeeping(shapeComponents, redoShapeComponents, undoShapeComponents);
+    replaceKeeping(influencePaths, redoInfluencePaths, undoInfluencePaths);
+    replaceKeeping(influenceColumns, redoInfluenceColumns, undoInfluenceColumns);
+}
+
+void weightTableModel::restoreRedoShapes() {
+    replaceKeeping(skinClusters, undoSkinClusters, redoSkinClusters);
+    replaceKeeping(shapePaths, undoShapePaths, redoShapePaths);
+    replaceKeeping(shapeComponents, undoShapeComponents, redoShapeComponents);
+    replaceKeeping(influencePaths, undoInfluencePaths, redoInfluencePaths);
+    replaceKeeping(influenceColumns, undoInfluenceColumns, redoInfluenceColumns);
+}
+
+void weightTableModel::restoreUndoLoad() {
+    beginResetModel();
+    restoreUndoHeaders();
+    restoreUndoShapes();
+    exchangeWithUndoRows();
+    if (weightRows.isEmpty())
+        HGlobal::displayError(kRestoreFailed);
+    else
+        markShapeRows();
+    endResetModel();
+}
+
+void weightTableModel::restoreRedoLoad() {
+    beginResetModel();
+    restoreRedoHeaders();
+    restoreRedoShapes();
+    snapshotWeightRows();
+    weightRows = redoWeightRows;
+    if (weightRows.isEmpty())
+        HGlobal::displayError(kRestoreFailed);
+    else
+        markShapeRows();
+    endResetModel();
+}
+
+void weightTableModel::undoPrecision() {
+    precision = lastPrecision;
+}
+
+void weightTableModel::undoMaxInfluence() {
+    maxInfluences = lastMaxInfluences;
+    const int lastRow = rowCount() - 1;
+    if (lastRow < 0)
+        HGlobal::displayError(kNoBottomRight);
+    emit headerDataChanged(Qt::Vertical, 0, lastRow);
+}
+
+void weightTableModel::undoApplyPrecision() {
+    writeWeightRowsToScene(fullPrecisionRows);
+}
+
+void weightTableModel::redoApplyPrecision() {
+    writeWeightRowsToScene(pendingRoundedRows);
+}

@@ -6,13 +6,12 @@
 #include "HFnSkinCluster.h"
 #include "HGlobal.h"
 #include "HIntArray.h"
-#include "HItGeometry.h"
-#include "HItMeshVertex.h"
 #include "HItSelectionList.h"
 #include "HPlug.h"
 #include "HPlugArray.h"
 #include "HQtUtil.h"
 #include "weightTableModel.h"
+#include "weightWriting.h"
 
 #include <vector>
 
@@ -48,15 +47,6 @@ std::vector<HObject> skinClustersOf(const HObject& shape) {
             appendSourceNodes(usedBy[k], HFn::kSkinClusterFilter, clusters);
     }
     return clusters;
-}
-
-// Every vertex of a shape, in the vertex iterator's order.
-HObject everyVertexOf(const HDagPath& shape) {
-    HFnSingleIndexedComponent vertices;
-    HObject component = vertices.create(HFn::kMeshVertComponent);
-    for (HItMeshVertex it(shape); !it.isDone(); it.next())
-        vertices.addElement(it.index());
-    return component;
 }
 
 HString vertexRowName(int vertex) {
@@ -132,56 +122,16 @@ void weightTableModel::collectSelectedShapes(const HSelectionList& selection) {
 void weightTableModel::appendShapeRows(unsigned shape) {
     const HDagPath& path = shapePaths[shape];
     rowNames.append(HFnDagNode(path).name());
-    HFnSkinCluster cluster(skinClusters[shape]);
-    const int columns = static_cast<int>(influencePaths.length());
-    const int headerRow = weightRows.size();
-    weightRows.append(WeightRow(columns + 1, kHeaderCell));
-    if (shapeComponents.length() == 0)
-        return;
-
-    HDoubleArray weights;
-    unsigned count = 0;
-    cluster.getWeights(path, everyVertexOf(path), weights, count);
-    HDagPathArray influences;
-    cluster.influenceObjects(influences);
-    std::vector<int> elementOf(count);
-    for (unsigned k = 0; k < count && k < influences.length(); ++k)
-        elementOf[k] = columnOfInfluence(influences[k]) + 1;
-
-    WeightRow rowTemplate(columns + 1, kMissingInfluence);
-    rowTemplate[0] = static_cast<double>(shape);
-    const double* all = weights.length() != 0 ? &weights[0] : nullptr;
-    // `first` is the position of the vertex's weights in the array read above.
-    auto appendVertexRow = [&](int vertex, size_t first) {
-        if (first + count > weights.length())
-            return;
+    const HObject vertices = weightWriting::wholeShapeComponent(path, shapeComponents[shape]);
+    HIntArray indices;
+    HFnSingleIndexedComponent(vertices).getElements(indices);
+    for (int vertex : indices)
         rowNames.append(vertexRowName(vertex));
-        WeightRow row = rowTemplate;
-        double* cells = row.data();
-        double sum = 0.0;
-        for (unsigned k = 0; k < count; ++k) {
-            cells[elementOf[k]] = all[first + k];
-            sum += all[first + k];
-        }
-        weightRows.append(row);
-        if (!isNormalised(sum, precision))
-            weightRows[headerRow][0] = kUnnormalisedShapeRow;
-    };
-
-    if (shapeComponents[shape].isNull()) {
-        size_t ordinal = 0;
-        for (HItGeometry it(path); !it.isDone(); it.next(), ++ordinal)
-            appendVertexRow(it.index(), ordinal * count);
-    } else {
-        // The weights cover every vertex in index order, so a selected vertex is found by
-        // its index.
-        HFnSingleIndexedComponent selected(shapeComponents[shape]);
-        const unsigned elements = selected.elementCount();
-        for (unsigned e = 0; e < elements; ++e) {
-            const int vertex = selected.element(e);
-            appendVertexRow(vertex, static_cast<size_t>(vertex) * count);
-        }
-    }
+    bool correcting = false;
+    appendSceneRows(weightRows, shape, vertices, WeightRows(), SceneRows::kMarkedFullPrecision,
+                    correcting);
+    // A failed read leaves fewer rows than names; the names follow the rows.
+    rowNames.setLength(static_cast<unsigned>(weightRows.size()));
 }
 
 void weightTableModel::rebuildColumnLabels() {

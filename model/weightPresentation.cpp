@@ -152,11 +152,19 @@ void weightTableModel::setUpColumn() {
         return;
     const int elements = weightRows[0].size();
     QVector<bool> hasWeight(elements, false);
+    // The scan ends as soon as every column has shown a weight, which on a real mesh is after
+    // a few rows.
+    int withoutWeight = elements - 1;
     for (const WeightRow& row : qAsConst(weightRows)) {
         const int end = qMin(elements, row.size());
+        const double* cells = row.constData();
         for (int i = 1; i < end; ++i)
-            if (row[i] > 0.0)
+            if (cells[i] > 0.0 && !hasWeight[i]) {
                 hasWeight[i] = true;
+                --withoutWeight;
+            }
+        if (withoutWeight == 0)
+            break;
     }
     zeroColumns.clear();
     for (int i = 1; i < elements; ++i)

@@ -30,10 +30,23 @@ inline bool isVertexRow(const WeightRow& row) {
     return !row.isEmpty() && row[0] >= 0.0;
 }
 
+// 10^exponent; a table for the exponents rounding uses (the values equal std::pow's, which is
+// exact for these), since rounding runs for every weight of large tables.
+inline double powerOfTen(int exponent) {
+    static const double kPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                     1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                     1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+    if (exponent >= 0 && exponent <= 22)
+        return kPowers[exponent];
+    if (exponent < 0 && exponent >= -22)
+        return 1.0 / kPowers[-exponent];
+    return std::pow(10.0, exponent);
+}
+
 // The display rounding: ceil(w * 10^precision - 0.49) / 10^precision, in plain double
 // arithmetic, so that the results match the weights users have always seen.
 inline double roundToPrecision(double weight, int precision) {
-    const double scale = std::pow(10.0, precision);
+    const double scale = powerOfTen(precision);
     return std::ceil(weight * scale - 0.49) / scale;
 }
 

@@ -17,8 +17,8 @@
 // The operations are implemented one concern per source file: weightTableModel.cpp (members,
 // lookups, accessors), weightLoading.cpp, weightPresentation.cpp, sceneCallbacks.cpp,
 // lockPersistence.cpp, weightCache.cpp, weightUpdate.cpp, cellEntry.cpp, sliderDrag.cpp,
-// maximumInfluences.cpp, precisionRounding.cpp, floodReplace.cpp, smoothing.cpp and
-// lockOperations.cpp.
+// maximumInfluences.cpp, precisionRounding.cpp, floodReplace.cpp, smoothing.cpp,
+// vertexRefresh.cpp and lockOperations.cpp.
 #pragma once
 
 #include "HCommandMessage.h"
@@ -100,6 +100,13 @@ public:
     void restoreUndoRowsAndRefresh();
     void restoreUndoHeaders();
     void restoreUndoShapes();
+    // The reverse of the two above: the copies a table undo of a load put aside come back.
+    void restoreRedoHeaders();
+    void restoreRedoShapes();
+    // The table undo and redo of a load: headers, shapes and rows together, with the lock
+    // lists read again for the table that comes back.
+    void restoreUndoLoad();
+    void restoreRedoLoad();
     void rebuildWeightRows();
 
     // Locks every lock that the last newUnlockAll released.
@@ -183,6 +190,20 @@ private:
     void appendShapeRows(unsigned shape);
     void rebuildColumnLabels();
 
+    // Reading rows from the scene (weight cache): rounded and corrected for display, or
+    // unrounded with the shape rows marked. Rows equal to those of `reuse` at the same
+    // position are taken from it.
+    enum class SceneRows { kRoundedForDisplay, kMarkedFullPrecision };
+    WeightRows readSceneRows(const WeightRows& reuse, SceneRows kind);
+    void appendSceneRows(WeightRows& rows, unsigned shape, const HObject& vertices,
+                         const WeightRows& reuse, SceneRows kind, bool& correcting);
+    // The load's correction of one rounded vertex row; false when the pass must stop.
+    bool correctRoundedRow(WeightRow& row, double tolerance) const;
+    void markShapeRows();
+    void exchangeWithUndoRows();
+    void refreshRestoredRows(int previousRows);
+    void notifyWholeTable(int previousRows);
+
     // Presentation.
     bool hasLocks() const;
     bool isLockedCell(int row, int column) const;
@@ -192,7 +213,46 @@ private:
     int positiveCount(int row) const;
     HSelectionList vertexSelection(const QList<int>& rows) const;
     QModelIndexList selectedIndexes() const;
+    // The table view's fully selected columns and rows (their cells in row or column 0).
+    QModelIndexList selectedColumns() const;
+    QModelIndexList selectedRows() const;
     void storeTopRightValue();
+
+    // Editing operations.
+    // Reads the vertices of many cells back, as updateWeightListAtIndex does one by one.
+    void refreshVertexCells(const QModelIndexList& cells);
+    // Whether a row's lock, or a locked cell or influence holding weight in it, keeps its
+    // number of influences.
+    bool rowLimitIsLocked(int row) const;
+    // The one shape whose selected vertices are smoothed, or -1 after reporting why none.
+    int smoothedShape(const QModelIndexList& cells, const QModelIndexList& rows) const;
+
+    // Lock operations: the selection split into whole columns, whole rows and the other cells;
+    // locking and unlocking one column, row or cell in the list, the scene and the display.
+    // The row forms return false when the row is a shape header row and the operation stops.
+public:
+    struct SelectionSplit {
+        QList<int> columns;
+        QList<int> rows;
+        QModelIndexList cells;
+    };
+
+private:
+    SelectionSplit splitSelection() const;
+    bool isShapeRow(int row) const;
+    bool vertexOfLockRow(int row, HObject& cluster, int& vertex) const;
+    HString influencePathOfColumn(int column) const;
+    HString vertexLockPlugName(int row) const;
+    void notifyColumnLock(int column);
+    void notifyRowLock(int row);
+    void lockColumn(int column, bool storeName);
+    void unlockColumn(int column);
+    bool lockRow(int row);
+    void unlockRow(int row);
+    bool lockCellAt(int row, int column);
+    void unlockCellAt(int row, int column);
+    // False when the cell is not locked in any way.
+    bool unlockOneCell(int row, int column);
 
     // Lock persistence.
     void readJointLocks(const HObject& cluster);

@@ -1,62 +1,190 @@
 // Writing one cell through the skin cluster with the vertex kept normalised, reading a vertex
 // back, and rounding the displayed weights so that each vertex row again sums to one.
+#include "HDagPathArray.h"
+#include "HDoubleArray.h"
+#include "HFnDagNode.h"
+#include "HFnSkinCluster.h"
 #include "HGlobal.h"
+#include "HQtUtil.h"
+#include "weightRounding.h"
 #include "weightTableModel.h"
+#include "weightWriting.h"
 
 using namespace weightRows;
+using weightRounding::Correction;
 
-bool weightTableModel::writeNormalisedWeight(int, int, double) {
-    return false;
+namespace {
+
+const char* const kTooShort = "This row doesn't have more than 2 columns.";
+const char* const kBadIndex = "There is an error passing in the index.";
+
+} // namespace
+
+bool weightTableModel::writeNormalisedWeight(int row, int column, double value) {
+    if (weightRows.isEmpty()) {
+        HGlobal::displayInfo("There is no weight list created yet.");
+        return false;
+    }
+    if (row < 1 || row >= weightRows.size())
+        return false;
+    const int shape = static_cast<int>(weightRows[row][0]);
+    if (shape < 0) {
+        HGlobal::displayInfo("This is not a valid cell to edit.");
+        return false;
+    }
+    const HObject cluster = skinClusters[static_cast<unsigned>(shape)];
+    const HDagPath shapePath = shapePaths[static_cast<unsigned>(shape)];
+    int vertex = 0;
+    // A row name that is no vertex leaves nothing to write; that is not an error of the call.
+    if (!vertexIndexOfRowName(headerData(row, Qt::Vertical).toString(), vertex))
+        return true;
+    const HObject component = weightWriting::singleVertexComponent(vertex);
+    const HString influence = HQtUtil::toHString(headerData(column, Qt::Horizontal).toString());
+    const int influenceIndex = influenceIndexByName(cluster, influence);
+
+    // The row's other locked cells keep their weights while the host normalises this one.
+    QList<HString> lockedInfluences;
+    for (const QList<int>& cell : qAsConst(lockedCells))
+        if (cell.size() == 2 && cell[0] == row && cell[1] != column)
+            lockedInfluences.append(
+                HQtUtil::toHString(headerData(cell[1], Qt::Horizontal).toString()));
+    {
+        weightWriting::InfluenceLockGuard locks(lockedInfluences, true);
+        weightWriting::NormalisationGuard normalisation(cluster);
+        HFnSkinCluster(cluster).setWeights(shapePath, component,
+                                           static_cast<unsigned>(influenceIndex), value, true);
+    }
+    updateWeightListAtIndex(index(row, column));
+    return true;
 }
 
-void weightTableModel::updateWeightListAtIndex(const QModelIndex&) {}
+void weightTableModel::updateWeightListAtIndex(const QModelIndex& modelIndex) {
+    if (!modelIndex.isValid() || modelIndex.row() >= weightRows.size()) {
+        HGlobal::displayError(
+            "The passed in index is not valid. The weight list is not updated correctly.");
+        return;
+    }
+    const int row = modelIndex.row();
+    const int editedColumn = modelIndex.column();
+    const int shape = static_cast<int>(weightRows[row][0]);
+    if (weightRows[row][0] < 0.0) {
+        HGlobal::displayError(kBadIndex);
+        return;
+    }
+    int vertex = 0;
+    if (!vertexIndexOfRowName(headerData(row, Qt::Vertical).toString(), vertex)) {
+        HGlobal::displayError("There is some error with parsing the vertex index value.");
+        return;
+    }
+    HFnSkinCluster cluster(skinClusters[static_cast<unsigned>(shape)]);
+    HDoubleArray weights;
+    unsigned count = 0;
+    cluster.getWeights(shapePaths[static_cast<unsigned>(shape)],
+                       weightWriting::singleVertexComponent(vertex), weights, count);
+    HDagPathArray influences;
+    cluster.influenceObjects(influences);
 
-void weightTableModel::roundRowToPrecision(int, int, int) {}
+    // Work on a copy, so that a row the read leaves as it was stays shared with the undo copies.
+    const WeightRow original = weightRows[row];
+    WeightRow updated = original;
+    for (unsigned i = 0; i < count && i < weights.length() && i < influences.length(); ++i) {
+        const int column = columnOfInfluence(influences[i]);
+        if (column >= 0 && column + 1 < updated.size() && updated.at(column + 1) != weights[i])
+            updated[column + 1] = weights[i];
+    }
+    weightRows[row] = updated;
+    roundRowToPrecision(precision, row, editedColumn);
+    if (weightRows[row] == original)
+        weightRows[row] = original;
+
+    double sum = 0.0;
+    for (int i = 1; i < weightRows[row].size(); ++i)
+        if (weightRows[row].at(i) >= 0.0)
+            sum += weightRows[row].at(i);
+    const int shapeRow = findShapeRow(row);
+    if (shapeRow == -1) {
+        HGlobal::displayError("There is problem getting shape row number.");
+        return;
+    }
+    // The mark follows the vertex updated last, whichever vertex of the shape that was.
+    const double mark = isNormalised(sum, precision) ? kShapeRow : kUnnormalisedShapeRow;
+    if (weightRows[shapeRow].at(0) != mark)
+        weightRows[shapeRow][0] = mark;
+    emit headerDataChanged(Qt::Vertical, shapeRow, shapeRow);
+    emit headerDataChanged(Qt::Vertical, row, row);
+}
+
+void weightTableModel::roundRowToPrecision(int precisionNum, int row, int editedColumn) {
+    precision = precisionNum;
+    if (row < 0) {
+        HGlobal::displayError("The passed-in row number is negative.");
+        return;
+    }
+    if (row >= weightRows.size())
+        return;
+    if (weightRows[row].at(0) < 0.0) {
+        HGlobal::displayError("You can't set precision on shape row.");
+        return;
+    }
+    WeightRow& cells = weightRows[row];
+    weightRounding::roundPositiveWeights(cells, precision);
+    const Correction result =
+        weightRounding::absorbIntoFreeWeight(cells, editedColumn, [&](int column) {
+            return lockedColumns.contains(column) || isLockedCell(row, column);
+        });
+    if (result == Correction::kTooShort)
+        HGlobal::displayError(kTooShort);
+    else if (result == Correction::kNotFound)
+        HGlobal::displayError("Could not find proper cell to deduct weight.");
+
+    const int elements = weightRows[row].size();
+    if (elements - 1 < 0) {
+        HGlobal::displayError("There is something wrong with getting the bottomRight Index!");
+        return;
+    }
+    emit dataChanged(index(row, 0), index(row, elements - 2));
+}
 
 void weightTableModel::roundAllRowsToPrecision() {
-    // Header rows hold no weights; leaving them alone keeps rows shared with the undo copy.
-    for (WeightRow& row : weightRows) {
-        if (!isVertexRow(row))
+    // Iterating by index keeps rows that rounding leaves alone shared with the undo copies.
+    for (int r = 0; r < weightRows.size(); ++r)
+        if (isVertexRow(weightRows.at(r)))
+            weightRounding::roundPositiveWeights(weightRows[r], precision);
+    const double tolerance = weightRounding::lastWeightTolerance(precision);
+    for (int r = 0; r < weightRows.size(); ++r) {
+        if (!isVertexRow(weightRows.at(r)))
             continue;
-        double* cells = row.data();
-        for (int i = 1; i < row.size(); ++i)
-            if (cells[i] > 0.0)
-                cells[i] = roundToPrecision(cells[i], precision);
-    }
-
-    // Rounding leaves each vertex a little off one; the last positive cell takes that
-    // remainder, unless the row is off by more than rounding explains and really is not
-    // normalised.
-    const double tolerance = roundToPrecision(
-        std::pow(10.0, -precision) + std::pow(10.0, -(precision + 1)), precision + 1);
-    for (WeightRow& row : weightRows) {
-        if (!isVertexRow(row))
-            continue;
-        if (row.size() < 2) {
-            HGlobal::displayError("This row doesn't have more than 2 columns.");
-            continue;
-        }
-        double sumBeforeLast = 0.0;
-        double last = 0.0;
-        int lastPosition = -1;
-        for (int i = 1; i < row.size(); ++i) {
-            if (row[i] <= 0.0)
-                continue;
-            if (lastPosition != -1)
-                sumBeforeLast += last;
-            last = row[i];
-            lastPosition = i;
-        }
-        if (lastPosition == -1) {
-            HGlobal::displayError("There is something wrong accessing weight data.");
+        if (!correctRoundedRow(weightRows[r], tolerance))
             return;
-        }
-        const double total = sumBeforeLast + last;
-        if (total > 1.0 - tolerance && total < 1.0 + tolerance)
-            row[lastPosition] = 1.0 - sumBeforeLast;
     }
 }
 
-int weightTableModel::findShapeRow(int) {
+bool weightTableModel::correctRoundedRow(WeightRow& row, double tolerance) const {
+    switch (weightRounding::absorbIntoLastWeight(row, tolerance)) {
+    case Correction::kTooShort:
+        HGlobal::displayError(kTooShort);
+        return true;
+    case Correction::kNoPositiveWeight:
+        HGlobal::displayError("There is something wrong accessing weight data.");
+        return false;
+    case Correction::kNotFound:
+        HGlobal::displayError("There is something wrong getting last index.");
+        return true;
+    case Correction::kDone:
+        break;
+    }
+    return true;
+}
+
+int weightTableModel::findShapeRow(int row) {
+    if (row < 0 || row >= weightRows.size() || weightRows[row].at(0) < 0.0) {
+        HGlobal::displayError(kBadIndex);
+        return -1;
+    }
+    const unsigned shape = static_cast<unsigned>(weightRows[row].at(0));
+    const HString name = HFnDagNode(shapePaths[shape]).name();
+    for (int r = row; r >= 0; --r)
+        if (weightRows[r].at(0) < 0.0 && rowNames[static_cast<unsigned>(r)] == name)
+            return r;
     return -1;
 }

@@ -6,6 +6,7 @@
 #include "HQtUtil.h"
 #include "editorPointers.h"
 #include "vorelWindow.h"
+#include "weightTableModel.h"
 
 #include <QMainWindow>
 
@@ -61,15 +62,81 @@ HStatus vorelCmd::doIt(const HArgList& args) {
         HGlobal::displayError("The Vorel window is not open. Run vorelCmd without flags first.");
         return HS::kFailure;
     }
-    return HS::kSuccess;
+    copyModel();
+
+    // The first flag whose edit can be prepared is performed; a flag whose preparation fails
+    // (it said why) lets the next one be tried.
+    const bool prepared =
+        (parser.isFlagSet("numMax") && prepareLimitInfluences()) ||
+        (parser.isFlagSet("round") && prepareRound()) ||
+        (parser.isFlagSet("replace") && prepareReplace()) ||
+        ((parser.isFlagSet("setData") || parser.isFlagSet("dragSlider")) && prepareCells()) ||
+        (parser.isFlagSet("dragSliderColumn") && prepareColumnDrag()) ||
+        (parser.isFlagSet("skinPaintSmooth") && (paintSmoothPending = preparePaintSmoothing())) ||
+        (parser.isFlagSet("smoothSkinWeights") && (weightSmoothPending = prepareWeightSmoothing()));
+    if (!prepared)
+        return HS::kSuccess;
+    return redoIt();
 }
 
-HStatus vorelCmd::undoIt() {
-    return HS::kSuccess;
+void vorelCmd::copyModel() {
+    skinClusters = editorModel->getSkinClusters();
+    shapePaths = editorModel->getShapePaths();
+    weightRows = editorModel->getWeightRows();
+    influencePaths = editorModel->getInfluencePaths();
+    shapeComponents = editorModel->getShapeComponents();
+    lockedCells = editorModel->getLockedCells();
+    lockedColumns = editorModel->getLockedColumns();
 }
 
 HStatus vorelCmd::redoIt() {
-    return HS::kSuccess;
+    HStatus status;
+    const bool savedAutoUpdate = weightTableModel::getAutoUpdate();
+    // The writes and lock commands change the scene; the table must not reload meanwhile.
+    if (editorModel)
+        editorModel->setAutoUpdate(false);
+    if (!overLimitRows.isEmpty())
+        status = writeLimitInfluences();
+    if (floodShapes.isEmpty() && !setComponents.isEmpty() && columnInfluences.isEmpty())
+        status = writeRound();
+    if (!floodShapes.isEmpty())
+        status = writeFloodReplace();
+    if (!cells.isEmpty() && !paintSmoothPending)
+        status = writeCellValues();
+    if (!columnInfluences.isEmpty())
+        status = writeColumnDrag();
+    if (paintSmoothPending)
+        status = writePaintSmoothing();
+    if (weightSmoothPending)
+        status = writeWeightSmoothing();
+    if (editorModel) {
+        editorModel->rebuildWeightRows();
+        editorModel->setUpColumn();
+        editorModel->setAutoUpdate(savedAutoUpdate);
+    }
+    return status;
+}
+
+HStatus vorelCmd::undoIt() {
+    // Exactly one branch writes the kept weights back; only the vertex branch also re-evaluates
+    // the hidden columns.
+    HStatus status;
+    bool vertexBranch = false;
+    if (!targetPaths.isEmpty() && !setComponents.isEmpty()) {
+        status = restoreShapeWrites();
+    } else if (!setComponents.isEmpty() && floodShapes.isEmpty()) {
+        status = restoreRound();
+    } else {
+        status = restoreVertexWrites();
+        vertexBranch = true;
+    }
+    if (editorModel) {
+        editorModel->rebuildWeightRows();
+        if (vertexBranch)
+            editorModel->setUpColumn();
+        weightRows = editorModel->getWeightRows();
+    }
+    return status;
 }
 
 bool vorelCmd::isUndoable() const {

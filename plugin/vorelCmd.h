@@ -34,7 +34,43 @@ public:
     HStatus redoIt() override;
     bool isUndoable() const override;
 
-private:
+protected:
+    // The window's edit command classes perform single edits with these same steps.
+
+    // The model's loaded objects, table and lock lists, copied before any preparation.
+    void copyModel();
+
+    // Prepare steps (vorelCmdPrepare.cpp, vorelCmdSmoothing.cpp): each fills the lists its
+    // write step needs; false when the edit cannot be prepared.
+    bool prepareLimitInfluences();
+    bool prepareRound();
+    bool prepareReplace();
+    bool prepareCells();
+    // The cells and their values given; without `checkRows` a row outside the table is
+    // refused as a shape header row is.
+    bool prepareCells(const QModelIndexList& requested, const QList<double>& values,
+                      bool checkRows);
+    bool prepareColumnDrag();
+    bool preparePaintSmoothing();
+    bool prepareWeightSmoothing();
+
+    // Write steps (vorelCmdWrite.cpp, vorelCmdSmoothing.cpp), run by redoIt in a fixed order.
+    HStatus writeLimitInfluences();
+    HStatus writeRound();
+    HStatus writeFloodReplace();
+    HStatus writeCellValues();
+    HStatus writeColumnDrag();
+    HStatus writePaintSmoothing();
+    HStatus writeWeightSmoothing();
+
+    // The three ways undoIt writes the kept weights back.
+    HStatus restoreShapeWrites();
+    HStatus restoreRound();
+    HStatus restoreVertexWrites();
+
+    // Called after each influence the limit step removes, with the row and the column.
+    virtual void influenceRemoved(int row, int column);
+
     // Copies of the model's loaded objects and lock lists, taken by every flagged doIt.
     HObjectArray skinClusters;
     HDagPathArray shapePaths;
@@ -66,6 +102,8 @@ private:
     QList<double> cellValues;
     QModelIndexList cells;
     QList<HIntArray> columnInfluences;
+    // Whether the cell write records its temporary influence locks in the undo queue.
+    bool recordCellLocks = true;
 
     // Smoothing: the lock columns, shapes, column and opacity of a paint-tool smoothing, and
     // the host command text of a skin-cluster smoothing.

@@ -1,36 +1,41 @@
 // windowEditCommands: the window's undoable edit command objects, one class per kind of edit:
 // flood replace (replaceButtonCmd), precision rounding (roundButtonCmd), maximum influences
 // (applyButtonCmd), slider drags of cells (dragSliderCmd) and of a column (dragSliderColCmd),
-// typed cell values (setCellDataCmd) and paint-tool smoothing (smoothCmd). Each carries out
-// the same preparation, write and undo as the matching vorelCmd flag, on its own lists; none is
+// typed cell values (setCellDataCmd) and paint-tool smoothing (smoothCmd). Each performs one
+// kind of edit with vorelCmd's own prepare, write and undo steps, on its own lists; none is
 // registered with the host, since every edit the window makes runs through vorelCmd.
+//
+// Where a class differs from the matching vorelCmd flag: setCellDataCmd edits the table's
+// current selection instead of the model's hand-over cells; dragSliderCmd refuses a row
+// outside the table as a shape header row and keeps its temporary influence locks out of the
+// undo queue; applyButtonCmd hands every cell whose influence it removed to the model's
+// read-back.
 //
 // The window creates one object of each class and deletes them. Each class has its own
 // class-wide window and model pointers, set by the last object constructed and left as they
 // are when it is deleted. Failures are reported as fixed sentences through the host's
-// messages.
+// messages; a preparation that fails leaves the scene untouched and doIt succeeds.
 #pragma once
 
 #include "HArgList.h"
-#include "HPxCommand.h"
 #include "HStatus.h"
+#include "vorelCmd.h"
 
 class vorelWindow;
 class weightTableModel;
 
-template <typename Command> class windowEditCommand : public HPxCommand {
+template <typename Command> class windowEditCommand : public vorelCmd {
 public:
     windowEditCommand(vorelWindow* window, weightTableModel* model) {
         editWindow = window;
         editModel = model;
     }
     ~windowEditCommand() override = default;
-    HStatus doIt(const HArgList&) override { return HS::kSuccess; }
-    HStatus undoIt() override { return HS::kSuccess; }
-    HStatus redoIt() override { return HS::kSuccess; }
-    bool isUndoable() const override { return true; }
 
 protected:
+    // Writes when the preparation succeeded; a failed one leaves the scene as it was.
+    HStatus performWhen(bool prepared) { return prepared ? redoIt() : HStatus(HS::kSuccess); }
+
     static vorelWindow* editWindow;
     static weightTableModel* editModel;
 };
@@ -41,34 +46,44 @@ template <typename Command> weightTableModel* windowEditCommand<Command>::editMo
 class replaceButtonCmd : public windowEditCommand<replaceButtonCmd> {
 public:
     using windowEditCommand::windowEditCommand;
+    HStatus doIt(const HArgList& args) override;
 };
 
 class roundButtonCmd : public windowEditCommand<roundButtonCmd> {
 public:
     using windowEditCommand::windowEditCommand;
+    HStatus doIt(const HArgList& args) override;
 };
 
 class applyButtonCmd : public windowEditCommand<applyButtonCmd> {
 public:
     using windowEditCommand::windowEditCommand;
+    HStatus doIt(const HArgList& args) override;
+
+protected:
+    void influenceRemoved(int row, int column) override;
 };
 
 class dragSliderCmd : public windowEditCommand<dragSliderCmd> {
 public:
     using windowEditCommand::windowEditCommand;
+    HStatus doIt(const HArgList& args) override;
 };
 
 class dragSliderColCmd : public windowEditCommand<dragSliderColCmd> {
 public:
     using windowEditCommand::windowEditCommand;
+    HStatus doIt(const HArgList& args) override;
 };
 
 class setCellDataCmd : public windowEditCommand<setCellDataCmd> {
 public:
     using windowEditCommand::windowEditCommand;
+    HStatus doIt(const HArgList& args) override;
 };
 
 class smoothCmd : public windowEditCommand<smoothCmd> {
 public:
     using windowEditCommand::windowEditCommand;
+    HStatus doIt(const HArgList& args) override;
 };

@@ -16,6 +16,7 @@
 #include <QItemSelection>
 #include <QMainWindow>
 #include <QModelIndex>
+#include <QModelIndexList>
 #include <QPoint>
 
 class QAction;
@@ -121,6 +122,36 @@ private:
     // Sets the value slider's range and ticks for the mode and the decimal places, and the
     // value controls for the selection.
     void resetValueControls();
+    // The value controls for one cell's value (empty when the cell has no text), or cleared.
+    void showValue(double value, bool hasText);
+    void clearValue();
+
+    // Keyboard undo and redo of the last control (vorelWindowKeys.cpp); false when the control
+    // has none.
+    bool undoLastControl();
+    bool redoLastControl();
+    bool isLineControl(const ValueLine& line) const;
+    void restoreLine(const ValueLine& line, int position, double scale, int& redo);
+    void redoLine(const ValueLine& line, int position, double scale, int sliderPosition);
+    static void setToggleQuietly(QPushButton* button, bool checked);
+    // After the precision changed by the keyboard: columns, header size and value controls.
+    void finishPrecisionChange();
+    // The value box and slider as the keyboard undo and redo of a value edit leave them.
+    void showValueForStep();
+
+    // Control slot helpers.
+    // Value slider units per 1.0: 10^decimalPlaces.
+    int valueScale() const;
+    // Fixed notation with decimalPlaces decimals.
+    QString formatValue(double value) const;
+    QModelIndexList selectedCells() const;
+    bool anySelectedCellHasText() const;
+    // Warns and gives false when no cell, or no cell with a weight, is selected for a drag.
+    bool checkValueTargets();
+    void editToSlider(const ValueLine& line, int scale, int& savedValue);
+    void sliderToEdit(const ValueLine& line, int scale, int& savedValue);
+    // The flood value times the opacity; false after an error when they are not usable.
+    bool floodStrength(double& strength) const;
 
     // Views and model.
     weightTableView* tableView = nullptr;

@@ -23,6 +23,10 @@ ProgressReporter& ProgressReporter::silent() {
     return reporter;
 }
 
+bool ProgressPart::update(double fraction, const std::string& stage) {
+    return m_whole.update(m_from + (m_to - m_from) * fraction, stage);
+}
+
 bool Progress::stage(double from, double to, const std::string& text) {
     m_from = from;
     m_to = to;

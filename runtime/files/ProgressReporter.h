@@ -25,6 +25,20 @@ public:
     static ProgressReporter& silent();
 };
 
+// Passes the reports of one part of a longer piece of work on to the reporter of the whole,
+// as the span [from, to] of it.
+class ProgressPart : public ProgressReporter {
+public:
+    ProgressPart(ProgressReporter& whole, double from, double to)
+        : m_whole(whole), m_from(from), m_to(to) {}
+    bool update(double fraction, const std::string& stage) override;
+
+private:
+    ProgressReporter& m_whole;
+    double m_from;
+    double m_to;
+};
+
 class Progress {
 public:
     explicit Progress(ProgressReporter& reporter) : m_reporter(reporter) {}

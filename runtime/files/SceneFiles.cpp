@@ -46,7 +46,9 @@ FileResult writeSceneFile(const SceneDescription& scene, const std::string& path
                           ProgressReporter& reporter) {
     if (isGltf(path))
         return writeGltf(scene, path, reporter);
-    return FileResult::failed(writeFailure(path, "files of this format can only be read"));
+    if (importsExtension(extensionOf(path)))
+        return FileResult::failed(writeFailure(path, "files of this format can only be read"));
+    return FileResult::failed(writeFailure(path, unknownFormat()));
 }
 
 } // namespace runtime

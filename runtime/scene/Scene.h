@@ -22,9 +22,11 @@
 // name(), parent(), dynamicAttributes() (definitions, children included), forEachStoredValue()
 // (each plug as attribute name plus indices()), mesh()->geometry(), and skinCluster()
 // (influences, bind-pre matrices, geometry matrix, weights); then connections(). Reading it
-// back: reset(); createNode() in that order, each under its parent; addAttribute(); setValue()
-// on Plug(node, attribute, indices); setMeshGeometry(); the SkinClusterData setters followed
-// by notify(kWeightsChanged); connect(); finally setModified(false).
+// back: into a makeStaging() scene, createNode() in that order, each under its parent;
+// addAttribute(); setValue() on Plug(node, attribute, indices); setMeshGeometry(); the
+// SkinClusterData setters followed by notify(kWeightsChanged); connect(); then, once all of it
+// succeeded, replaceWith() (opening) or takeNodes() (importing), so that a file that fails
+// half-way leaves the scene as it was.
 #pragma once
 
 #include "HStatus.h"
@@ -186,6 +188,20 @@ public:
     // kSceneReset (the selection empties without "SelectionChanged"), isModified() is false.
     void reset();
 
+    // A scene to build into while it is not yet known whether the building succeeds (a file
+    // being read): empty, with this scene's node types, numbering its nodes after this scene's,
+    // without listeners. What is built there is seen only once replaceWith() or takeNodes()
+    // moves it here; dropping the staging scene drops it.
+    std::unique_ptr<Scene> makeStaging() const;
+    // Opens the staging scene's nodes as this scene: the current nodes are deleted for good,
+    // listeners get kSceneReset and then kNodesAdded with the new nodes, isModified() is false.
+    // staging is left empty.
+    void replaceWith(Scene& staging);
+    // Adds the staging scene's nodes to this scene, with their values, connections and
+    // hierarchy; names taken here are made unique as createNode() does. Listeners get
+    // kNodesAdded. Returns the nodes added, parents first; staging is left empty.
+    std::vector<NodePtr> takeNodes(Scene& staging);
+
 private:
     bool nameIsFree(const std::string& name, const Node* node, bool dag, const Node* parent) const;
     std::string uniqueName(const std::string& name, const Node* node, bool dag,
@@ -200,6 +216,8 @@ private:
     void detachConnection(const ConnectionPtr& connection);
     void clearAll();
     HStatus changeMesh(Node& mesh, const std::function<HStatus(MeshData&)>& change);
+    // Takes staging's nodes out of it, leaving it empty, parents first.
+    std::vector<NodePtr> releaseNodes(Scene& staging);
 
     std::vector<NodeTypePtr> m_types;
     std::map<std::uint64_t, NodePtr> m_nodes;

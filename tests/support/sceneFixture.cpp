@@ -2,6 +2,7 @@
 
 #include "HFnSingleIndexedComponent.h"
 #include "api/HApiAccess.h"
+#include "document/SkinLockAttributes.h"
 #include "scene/MeshData.h"
 #include "scene/MeshPrimitives.h"
 #include "scene/Selection.h"
@@ -152,13 +153,7 @@ HObject vertexComponent(std::initializer_list<int> vertices) {
 }
 
 runtime::AttributePtr cellLockAttribute() {
-    runtime::AttributePtr joints = runtime::AttributeDef::typed(
-        "lockedLocalJoints", "lockedLocalJoints", runtime::ValueType::kString);
-    joints->setArray(true);
-    runtime::AttributePtr cells =
-        runtime::AttributeDef::compound("lockedCellIndices", "lockedCellIndices", {joints});
-    cells->setArray(true);
-    return cells;
+    return runtime::lockedCellIndicesAttribute();
 }
 
 void FreshScene::SetUp() {

@@ -9,8 +9,10 @@
 #include "scene/SkinBinding.h"
 
 #include <QAbstractItemModel>
+#include <QCoreApplication>
 #include <QHeaderView>
 #include <QItemSelectionModel>
+#include <QLineEdit>
 #include <QMainWindow>
 #include <QPushButton>
 #include <QTableView>
@@ -189,6 +191,19 @@ void VorelWindowTest::selectCells(const std::vector<std::pair<int, int>>& cells)
         selection.select(model->index(cell.first, cell.second),
                          model->index(cell.first, cell.second));
     table->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+}
+
+void VorelWindowTest::typeIntoCell(std::pair<int, int> cell, const QString& text) {
+    const QModelIndex index = model->index(cell.first, cell.second);
+    table->setFocus();
+    table->edit(index);
+    QLineEdit* editor = qobject_cast<QLineEdit*>(table->indexWidget(index));
+    ASSERT_NE(editor, nullptr) << "no editor on the cell";
+    editor->selectAll();
+    QTest::keyClicks(editor, text);
+    QTest::keyClick(editor, Qt::Key_Return);
+    // The delegate commits the editor's text through a queued call.
+    QCoreApplication::processEvents();
 }
 
 } // namespace vorel

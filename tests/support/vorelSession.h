@@ -78,6 +78,9 @@ protected:
     QStringList columnNames() const;
     // Selects cells of the table as a user's click would (replacing the selection).
     void selectCells(const std::vector<std::pair<int, int>>& cells);
+    // Opens the table's editor on `cell` (the selection stays), types `text` and presses
+    // Return, as a user typing into a cell does.
+    void typeIntoCell(std::pair<int, int> cell, const QString& text);
 };
 
 } // namespace vorel

@@ -1,7 +1,7 @@
 // commandTesting: what the command tests share: a fresh scene with an empty undo queue and
-// the default selection modes, running command text as the plug-in does, reading results,
-// and a complete description of the scene, so that a test can tell whether undo brought back
-// exactly the state before a command.
+// the default selection modes, running command text as the plug-in does, reading results, and
+// checking with the whole scene's state (sceneState.h) that undo brings back exactly the state
+// before a command.
 #pragma once
 
 #include "HGlobal.h"
@@ -12,18 +12,22 @@
 #include "scene/SelectionItems.h"
 #include "scene/SkinClusterData.h"
 #include "sceneFixture.h"
+#include "sceneState.h"
 #include "undo/UndoQueue.h"
 
-#include <algorithm>
 #include <array>
-#include <cstdio>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
 namespace commandtest {
 
-using Texts = std::vector<std::string>;
+using fixture::differences;
+using fixture::exact;
+using fixture::sceneState;
+using fixture::selectionTexts;
+using fixture::Texts;
+using fixture::valueText;
 
 class CommandTest : public fixture::FreshScene {
 protected:
@@ -87,98 +91,6 @@ inline void expectPoint(const HPoint& actual, double x, double y, double z) {
     EXPECT_NEAR(actual.x, x, 1e-12);
     EXPECT_NEAR(actual.y, y, 1e-12);
     EXPECT_NEAR(actual.z, z, 1e-12);
-}
-
-inline Texts selectionTexts() {
-    return runtime::itemTexts(runtime::scene(), HApiAccess::items(runtime::selection().active()));
-}
-
-inline std::string exact(double value) {
-    char text[64];
-    std::snprintf(text, sizeof text, "%a", value);
-    return text;
-}
-
-inline std::string valueText(const runtime::Value& value) {
-    switch (runtime::valueTypeOf(value)) {
-    case runtime::ValueType::kBool:
-        return std::get<bool>(value) ? "true" : "false";
-    case runtime::ValueType::kInt:
-        return std::to_string(std::get<int>(value));
-    case runtime::ValueType::kDouble:
-        return exact(std::get<double>(value));
-    case runtime::ValueType::kString:
-        return "\"" + std::get<std::string>(value) + "\"";
-    case runtime::ValueType::kStringArray: {
-        std::string text = "[";
-        for (const std::string& item : std::get<runtime::StringList>(value))
-            text += "\"" + item + "\" ";
-        return text + "]";
-    }
-    case runtime::ValueType::kNone:
-        break;
-    }
-    return "none";
-}
-
-// Everything a command can change: nodes with their place, names, dynamic attributes, stored
-// values (existing elements included), connections, mesh sizes, weights bit for bit, and the
-// active selection.
-inline Texts sceneState() {
-    runtime::Scene& scene = runtime::scene();
-    Texts state;
-    for (const runtime::NodePtr& node : scene.nodesParentsFirst()) {
-        std::string name = node->fullPathName();
-        std::string place =
-            node->isDag() ? " at " + std::to_string(scene.childPosition(*node)) : "";
-        state.push_back("node " + name + " " + node->typeName() + place);
-        for (const runtime::AttributePtr& attribute : node->dynamicAttributes())
-            state.push_back(name + " has " + attribute->longName());
-        node->forEachStoredValue([&](const runtime::Plug& plug, const runtime::Value& value) {
-            state.push_back(plug.name() + " = " + valueText(value));
-        });
-        if (const runtime::MeshData* mesh = node->mesh())
-            state.push_back(name + " vertices " + std::to_string(mesh->vertexCount()));
-        if (const runtime::SkinClusterData* data = node->skinCluster()) {
-            for (const runtime::NodePtr& influence : data->influences())
-                state.push_back(name + " influence " + influence->fullPathName());
-            const runtime::SkinWeights& weights = data->weights();
-            for (unsigned v = 0; v < weights.vertexCount(); ++v) {
-                std::string line = name + " vtx " + std::to_string(v);
-                for (unsigned i = 0; i < weights.entryCount(v); ++i)
-                    line += " " + std::to_string(weights.influences(v)[i]) + ":" +
-                            exact(weights.weights(v)[i]);
-                state.push_back(line);
-            }
-        }
-    }
-    // Sorted: a node's connections may come back in another order; each plug's are its own.
-    Texts connections;
-    for (const runtime::ConnectionPtr& connection : scene.connections())
-        connections.push_back(connection->source.name() + " -> " + connection->destination.name());
-    std::sort(connections.begin(), connections.end());
-    state.insert(state.end(), connections.begin(), connections.end());
-    for (const std::string& item : selectionTexts())
-        state.push_back("selected " + item);
-    return state;
-}
-
-// The lines only one of the states has, for failure messages.
-inline std::string differences(const Texts& actual, const Texts& expected) {
-    std::string text;
-    for (const std::string& line : actual)
-        if (std::find(expected.begin(), expected.end(), line) == expected.end())
-            text += "\n  unexpected: " + line;
-    for (const std::string& line : expected)
-        if (std::find(actual.begin(), actual.end(), line) == actual.end())
-            text += "\n  missing: " + line;
-    if (!text.empty())
-        return text;
-    size_t at = 0;
-    while (at < actual.size() && actual[at] == expected[at])
-        ++at;
-    return "\n  the same lines in another order, from: " + actual[at] + " (expected " +
-           expected[at] + ")";
 }
 
 // Runs the command with undo on, then checks that undo gives back the state before it and

@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
 #include <stdexcept>
 
@@ -52,6 +53,31 @@ std::string importModelPath(const std::string& name) {
 
 std::string FolderTest::path(const std::string& name) const {
     return m_folder.filePath(QString::fromStdString(name)).toStdString();
+}
+
+void expectValidGltf(const std::vector<std::string>& files) {
+    std::string command = std::string("'") + VOREL_NODE + "' '" + VOREL_VALIDATE_SCRIPT + "' '" +
+                          VOREL_GLTF_VALIDATOR + "'";
+    for (const std::string& file : files)
+        command += " '" + file + "'";
+    std::vector<Json> reports;
+    FILE* output = popen(command.c_str(), "r");
+    ASSERT_TRUE(output) << command;
+    std::string line;
+    for (int c = std::fgetc(output); c != EOF; c = std::fgetc(output)) {
+        if (c != '\n') {
+            line += static_cast<char>(c);
+            continue;
+        }
+        reports.push_back(Json::parse(line, nullptr, false));
+        line.clear();
+    }
+    pclose(output);
+    ASSERT_EQ(reports.size(), files.size()) << "the validator did not report on every file";
+    for (const Json& report : reports) {
+        ASSERT_TRUE(report.is_object());
+        EXPECT_EQ(report["errors"], 0) << report.dump(2);
+    }
 }
 
 runtime::SceneDescription readScene(const std::string& path) {

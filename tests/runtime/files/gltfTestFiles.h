@@ -1,6 +1,6 @@
 // What the file tests share: the sample files, small glTF documents built in memory that a test
-// breaks in one place, and a look into written glTF files that does not go through the host's
-// reader.
+// breaks in one place, a look into written glTF files that does not go through the host's
+// reader, and the validator.
 #pragma once
 
 #include "files/SceneDescription.h"
@@ -53,6 +53,10 @@ struct GltfFile {
     int attribute(int mesh, int primitive, const std::string& name) const;
 };
 
+// Runs the Khronos glTF validator (installed by the GltfValidator test fixture) on the files and
+// fails the calling test, with the validator's report, for every file that has errors.
+void expectValidGltf(const std::vector<std::string>& files);
+
 // A skinned quad: 4 vertices, 2 triangles, joints "root" and its child "tip", one weight set:
 // vertex 0 all "root", vertex 1 0.75/0.25, vertex 2 0.25/0.75, vertex 3 all "tip".
 // Nodes: 0 "body" (mesh 0, skin 0), 1 "root", 2 "tip". Accessors: 0 POSITION, 1 indices,
@@ -66,6 +70,6 @@ runtime::SceneDescription jointChainOverQuad();
 
 // The same weights with those of one vertex replaced.
 runtime::SparseSkinWeights withVertexWeights(const runtime::SparseSkinWeights& weights, int vertex,
-                                       const std::vector<runtime::SkinWeight>& entries);
+                                             const std::vector<runtime::SkinWeight>& entries);
 
 } // namespace filetest

@@ -1,0 +1,131 @@
+// Rounding rows for display; see weightRounding.h.
+#include "weightRounding.h"
+
+#include <QVarLengthArray>
+
+namespace weightRounding {
+
+namespace {
+
+void store(WeightRow& row, int position, double value) {
+    if (row.at(position) != value)
+        row[position] = value;
+}
+
+// Position of the first element equal to `value`, element 0 included; -1 when none.
+int firstPositionOf(const WeightRow& row, double value) {
+    for (int i = 0; i < row.size(); ++i)
+        if (row.at(i) == value)
+            return i;
+    return -1;
+}
+
+} // namespace
+
+void roundPositiveWeights(WeightRow& row, int precision) {
+    const double scale = weightRows::powerOfTen(precision);
+    const double* cells = row.constData();
+    for (int i = 1; i < row.size(); ++i) {
+        const double weight = cells[i];
+        if (weight <= 0.0)
+            continue;
+        const double rounded = std::ceil(weight * scale - 0.49) / scale;
+        if (rounded != weight) {
+            // Writing detaches a shared row; `cells` must follow it.
+            row[i] = rounded;
+            cells = row.constData();
+        }
+    }
+}
+
+double lastWeightTolerance(int precision) {
+    return weightRows::roundToPrecision(weightRows::powerOfTen(-precision) +
+                                            weightRows::powerOfTen(-(precision + 1)),
+                                        precision + 1);
+}
+
+Correction absorbIntoLastWeight(WeightRow& row, double tolerance) {
+    const int size = row.size();
+    if (size < 2)
+        return Correction::kTooShort;
+    const double* cells = row.constData();
+    double sumBeforeLast = 0.0;
+    double last = 0.0;
+    int lastPosition = -1;
+    for (int i = 1; i < size; ++i) {
+        const double weight = cells[i];
+        if (weight <= 0.0)
+            continue;
+        if (lastPosition != -1)
+            sumBeforeLast += last;
+        last = weight;
+        lastPosition = i;
+    }
+    if (lastPosition == -1)
+        return Correction::kNoPositiveWeight;
+    const double total = sumBeforeLast + last;
+    if (total > 1.0 - tolerance && total < 1.0 + tolerance)
+        store(row, lastPosition, 1.0 - sumBeforeLast);
+    return Correction::kDone;
+}
+
+Correction fillRoundedRow(double* cells, const int* elementOf, const double* weights,
+                          unsigned count, int precision, double tolerance, bool correct) {
+    const double scale = weightRows::powerOfTen(precision);
+    double sumBeforeLast = 0.0;
+    double last = 0.0;
+    int lastPosition = -1;
+    for (unsigned k = 0; k < count; ++k) {
+        double weight = weights[k];
+        if (weight > 0.0) {
+            weight = std::ceil(weight * scale - 0.49) / scale;
+            if (weight > 0.0) {
+                if (lastPosition != -1)
+                    sumBeforeLast += last;
+                last = weight;
+                lastPosition = elementOf[k];
+            }
+        }
+        cells[elementOf[k]] = weight;
+    }
+    if (!correct)
+        return Correction::kDone;
+    if (lastPosition == -1)
+        return Correction::kNoPositiveWeight;
+    const double total = sumBeforeLast + last;
+    if (total > 1.0 - tolerance && total < 1.0 + tolerance)
+        cells[lastPosition] = 1.0 - sumBeforeLast;
+    return Correction::kDone;
+}
+
+Correction absorbIntoFreeWeight(WeightRow& row, int editedColumn,
+                                const std::function<bool(int column)>& isLocked) {
+    if (row.size() < 2)
+        return Correction::kTooShort;
+    QVarLengthArray<double, 64> positives;
+    for (int i = 1; i < row.size(); ++i)
+        if (row.at(i) > 0.0)
+            positives.append(row.at(i));
+    if (positives.size() < 2)
+        return Correction::kDone;
+
+    int chosen = 0;
+    for (int k = 0; k < positives.size(); ++k) {
+        const int column = firstPositionOf(row, positives[k]) - 1;
+        if (column == editedColumn || isLocked(column))
+            continue;
+        chosen = k;
+        break;
+    }
+    double others = 0.0;
+    for (int k = 0; k < positives.size(); ++k)
+        if (k != chosen)
+            others += positives[k];
+    const int position = firstPositionOf(row, positives[chosen]);
+    if (position < 1)
+        return Correction::kNotFound;
+    store(row, position, 1.0 - others);
+    return Correction::kDone;
+}
+
+} // namespace weightRounding

@@ -1,0 +1,39 @@
+// Reading the model and the skin clusters for the commands; see commandModelAccess.h.
+#include "commandModelAccess.h"
+
+#include "HFnSkinCluster.h"
+#include "HQtUtil.h"
+#include "weightTableModel.h"
+
+namespace commandModelAccess {
+
+HString columnName(const weightTableModel& model, int column) {
+    return HQtUtil::toHString(model.headerData(column, Qt::Horizontal).toString());
+}
+
+bool vertexOfRow(const weightTableModel& model, int row, int& vertex) {
+    return weightRows::vertexIndexOfRowName(model.headerData(row, Qt::Vertical).toString(), vertex);
+}
+
+unsigned influenceCount(const HObject& skinCluster) {
+    HDagPathArray influences;
+    return HFnSkinCluster(skinCluster).influenceObjects(influences);
+}
+
+HIntArray allInfluences(unsigned count) {
+    HIntArray indices;
+    indices.setLength(count);
+    for (unsigned i = 0; i < count; ++i)
+        indices[i] = static_cast<int>(i);
+    return indices;
+}
+
+QList<HString> influencePathNames(const HDagPathArray& influences, const QList<int>& columns) {
+    QList<HString> names;
+    for (int column : columns)
+        if (column >= 0 && static_cast<unsigned>(column) < influences.length())
+            names.append(influences[static_cast<unsigned>(column)].fullPathName());
+    return names;
+}
+
+} // namespace commandModelAccess

@@ -1,0 +1,31 @@
+// commandModelAccess: what the edit commands read from the window's model and the skin
+// clusters while they prepare and write: header texts, vertex numbers of rows, influence
+// counts and paths. Shared by vorelCmd and the window's edit command classes.
+//
+// Every function takes the model it reads; a row or column outside the table gives an empty
+// text (which names no influence) or false.
+#pragma once
+
+#include "HDagPathArray.h"
+#include "HIntArray.h"
+#include "HObject.h"
+#include "HString.h"
+
+#include <QList>
+
+class weightTableModel;
+
+namespace commandModelAccess {
+
+// The influence name shown over `column`.
+HString columnName(const weightTableModel& model, int column);
+// The vertex number in the header "vtx[N]" of `row`; false when it holds no number.
+bool vertexOfRow(const weightTableModel& model, int row, int& vertex);
+unsigned influenceCount(const HObject& skinCluster);
+// 0, 1, ..., count - 1.
+HIntArray allInfluences(unsigned count);
+// The full path names of the influences of the given table columns, in that order; columns
+// outside the table are left out.
+QList<HString> influencePathNames(const HDagPathArray& influences, const QList<int>& columns);
+
+} // namespace commandModelAccess

@@ -1,0 +1,56 @@
+#include "windowEditCommands.h"
+
+#include "HGlobal.h"
+#include "weightTableModel.h"
+#include "weightTableView.h"
+
+#include <QItemSelectionModel>
+
+HStatus replaceButtonCmd::doIt(const HArgList&) {
+    copyModel();
+    return performWhen(prepareReplace());
+}
+
+HStatus roundButtonCmd::doIt(const HArgList&) {
+    copyModel();
+    return performWhen(prepareRound());
+}
+
+HStatus applyButtonCmd::doIt(const HArgList&) {
+    copyModel();
+    return performWhen(prepareLimitInfluences());
+}
+
+void applyButtonCmd::influenceRemoved(int row, int column) {
+    const QModelIndex changed = editModel->index(row, column);
+    if (changed.isValid())
+        editModel->updateWeightListAtIndex(changed);
+    else
+        HGlobal::displayInfo("There is an error getting the mode index.");
+}
+
+HStatus dragSliderCmd::doIt(const HArgList&) {
+    copyModel();
+    recordCellLocks = false;
+    return performWhen(
+        prepareCells(editModel->getPendingCells(), editModel->getPendingValues(), false));
+}
+
+HStatus dragSliderColCmd::doIt(const HArgList&) {
+    copyModel();
+    return performWhen(prepareColumnDrag());
+}
+
+HStatus setCellDataCmd::doIt(const HArgList&) {
+    copyModel();
+    QModelIndexList selected;
+    if (weightTableView* view = editModel->getTableView())
+        selected = view->selectionModel()->selectedIndexes();
+    return performWhen(prepareCells(selected, editModel->getPendingValues(), true));
+}
+
+HStatus smoothCmd::doIt(const HArgList&) {
+    copyModel();
+    paintSmoothPending = preparePaintSmoothing();
+    return redoIt();
+}

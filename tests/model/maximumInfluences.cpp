@@ -1,0 +1,89 @@
+// Limiting vertices to a maximum number of influences: the smallest weights go first (the
+// leftmost of equal ones), locked rows are refused, and host undo restores every weight.
+#include "OutputRecorder.h"
+#include "sceneWeights.h"
+#include "windowControls.h"
+
+#include <QLineEdit>
+#include <QTableView>
+#include <gtest/gtest.h>
+
+namespace {
+
+class MaximumInfluences : public vorel::VorelControlsTest {
+protected:
+    void SetUp() override {
+        VorelControlsTest::SetUp();
+        body = vorel::makeMesh(4, 4, 1);
+        vorel::setWeights(body, {{0.5, 0.25, 0.25, 0.0},
+                                 {1.0, 0.0, 0.0, 0.0},
+                                 {0.4, 0.3, 0.3, 0.0},
+                                 {0.1, 0.2, 0.3, 0.4}});
+        selectAndLoad("body");
+        before = vorel::everyVertexWeights(body);
+    }
+
+    fixture::SkinnedMesh body;
+    vorel::MeshWeights before;
+};
+
+} // namespace
+
+TEST_F(MaximumInfluences, EveryRowLosesItsSmallestWeightsLeftmostFirst) {
+    vorel::enter(controls->maxInfluenceEdit, "1");
+    clickButton("ApplyInfluence");
+    EXPECT_EQ(vorel::everyVertexWeights(body), (vorel::MeshWeights{{1.0, 0.0, 0.0, 0.0},
+                                                                   {1.0, 0.0, 0.0, 0.0},
+                                                                   {1.0, 0.0, 0.0, 0.0},
+                                                                   {0.0, 0.0, 0.0, 1.0}}));
+    EXPECT_EQ(cellText(4, 3), "1.000");
+    vorel::expectExactUndoRedo(body, before);
+}
+
+TEST_F(MaximumInfluences, OnlySelectedVertexRowsAreLimited) {
+    vorel::enter(controls->maxInfluenceEdit, "2");
+    table->selectRow(0);
+    table->setSelectionMode(QAbstractItemView::MultiSelection);
+    table->selectRow(3);
+    table->selectRow(4);
+    clickButton("ApplyInfluence");
+
+    EXPECT_EQ(vorel::weightsOf(body, 0), before[0]);
+    const std::vector<double> third = vorel::weightsOf(body, 2);
+    EXPECT_NEAR(third[0], 0.4 / 0.7, 1e-12);
+    EXPECT_EQ(third[1], 0.0);
+    EXPECT_NEAR(third[2], 0.3 / 0.7, 1e-12);
+    const std::vector<double> fourth = vorel::weightsOf(body, 3);
+    EXPECT_EQ(fourth[0], 0.0);
+    EXPECT_EQ(fourth[1], 0.0);
+    EXPECT_NEAR(fourth[3], 0.4 / 0.7, 1e-12);
+    vorel::expectExactUndoRedo(body, before);
+}
+
+TEST_F(MaximumInfluences, LockedRowIsRefusedAndTheRowAfterItIsNotChecked) {
+    table->setSelectionMode(QAbstractItemView::MultiSelection);
+    table->selectRow(3);
+    table->selectRow(4);
+    clickButton("Lock");
+    table->clearSelection();
+
+    OutputRecorder output;
+    vorel::enter(controls->maxInfluenceEdit, "1");
+    clickButton("ApplyInfluence");
+    EXPECT_EQ(output.texts(HCommandMessage::kInfo),
+              std::vector<std::string>{"This row is locked or has locked cell, and its number of "
+                                       "influence can not be changed."});
+    EXPECT_EQ(vorel::weightsOf(body, 0), (std::vector<double>{1.0, 0.0, 0.0, 0.0}));
+    EXPECT_EQ(vorel::weightsOf(body, 2), before[2]);
+}
+
+TEST_F(MaximumInfluences, BoxTakesOnlyPositiveIntegers) {
+    OutputRecorder output;
+    for (const QString text : {"0", "-3", "abc", "12"})
+        vorel::enter(controls->maxInfluenceEdit, text);
+    EXPECT_EQ(output.texts(HCommandMessage::kError),
+              std::vector<std::string>(3, "Can not set maximum influence with this number."));
+    // 12 allows every weight of the mesh.
+    clickButton("ApplyInfluence");
+    EXPECT_EQ(vorel::everyVertexWeights(body), before);
+}

@@ -1,0 +1,65 @@
+// The display precision: set from the precision box, rounded again from the unrounded weights,
+// refused while anything is locked, and written into the scene by "Round".
+#include "OutputRecorder.h"
+#include "sceneWeights.h"
+#include "windowControls.h"
+
+#include <QLineEdit>
+#include <QTableView>
+#include <gtest/gtest.h>
+
+namespace {
+
+class PrecisionRounding : public vorel::VorelControlsTest {
+protected:
+    void SetUp() override {
+        VorelControlsTest::SetUp();
+        body = vorel::makeMesh(2, 3, 1);
+        vorel::setWeights(body, {{0.46, 0.27, 0.27}, {0.3334, 0.3333, 0.3333}});
+        selectAndLoad("body");
+    }
+    QStringList rowTexts(int row) const {
+        return {cellText(row, 0), cellText(row, 1), cellText(row, 2)};
+    }
+
+    fixture::SkinnedMesh body;
+};
+
+} // namespace
+
+TEST_F(PrecisionRounding, LoweringAndRaisingThePrecisionNeverLosesDigits) {
+    vorel::enter(controls->precisionEdit, "0.1");
+    EXPECT_EQ(rowTexts(1), (QStringList{"0.5", "0.3", "0.2"}));
+    vorel::enter(controls->precisionEdit, "0.0101");
+    EXPECT_EQ(rowTexts(2), (QStringList{"0.33", "0.33", "0.34"}));
+    vorel::enter(controls->precisionEdit, "0.001");
+    EXPECT_EQ(rowTexts(1), (QStringList{"0.460", "0.270", "0.270"}));
+    EXPECT_EQ(vorel::weightsOf(body, 1), (std::vector<double>{0.3334, 0.3333, 0.3333}));
+}
+
+TEST_F(PrecisionRounding, BadPrecisionTextsAndLocksAreRefused) {
+    OutputRecorder output;
+    for (const QString text : {"1.0", ".5", "0.000", ""})
+        vorel::enter(controls->precisionEdit, text);
+    EXPECT_EQ(output.texts(HCommandMessage::kError),
+              std::vector<std::string>(4, "The precision number is not set up correctly. Please "
+                                          "use the 0.XXXX1 format."));
+
+    selectCells({{1, 1}});
+    clickButton("Lock");
+    output.clear();
+    vorel::enter(controls->precisionEdit, "0.01");
+    EXPECT_EQ(output.texts(HCommandMessage::kError),
+              std::vector<std::string>{
+                  "There is locked joint or vertex, please unlock all and then set precision."});
+    EXPECT_EQ(rowTexts(1), (QStringList{"0.460", "0.270", "0.270"}));
+}
+
+TEST_F(PrecisionRounding, RoundWritesTheShownWeightsIntoTheScene) {
+    const vorel::MeshWeights before = vorel::everyVertexWeights(body);
+    vorel::enter(controls->precisionEdit, "0.01");
+    clickButton("RoundPrecision");
+    EXPECT_EQ(vorel::weightsOf(body, 1), (std::vector<double>{0.33, 0.33, 1.0 - (0.33 + 0.33)}));
+    EXPECT_EQ(vorel::weightsOf(body, 0), (std::vector<double>{0.46, 0.27, 1.0 - (0.46 + 0.27)}));
+    vorel::expectExactUndoRedo(body, before);
+}
