@@ -14,6 +14,7 @@
 #include <QMainWindow>
 #include <QMenu>
 #include <QTableView>
+#include <QTemporaryDir>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -221,4 +222,35 @@ TEST_F(LockOperations, EmptyRequestsAreReported) {
                   "There is nothing to unlock. Please select locked joint column or vertex row "
                   "to unlock.",
                   "There is nothing to unlock."}));
+}
+
+// Locks are only worth setting if they outlive the session: each file format that stores them
+// must give the reopened scene's table the same locked column, row and cell.
+TEST_F(LockOperations, LocksSurviveSavingAndOpeningTheSceneAgain) {
+    table->selectColumn(0);
+    clickButton("Lock");
+    table->selectRow(4);
+    clickButton("Lock");
+    selectCells({{2, 1}});
+    QMetaObject::invokeMethod(model, "lockCell");
+
+    QTemporaryDir folder;
+    ASSERT_TRUE(folder.isValid());
+    for (const char* name : {"locks.vscene", "locks.glb"}) {
+        SCOPED_TRACE(name);
+        const std::string file = folder.filePath(name).toStdString();
+        ASSERT_TRUE(vorel::run("file -ea \"" + file + "\""));
+        ASSERT_TRUE(vorel::run("file -f -new"));
+        ASSERT_TRUE(vorel::run("file -f -o \"" + file + "\""));
+        selectAndLoad("body");
+        ASSERT_EQ(model->rowCount(), 5);
+
+        for (int row = 1; row < 5; ++row)
+            EXPECT_FALSE(editable(row, 0)) << "locked column, row " << row;
+        for (int column = 0; column < 3; ++column)
+            EXPECT_FALSE(editable(4, column)) << "locked row, column " << column;
+        EXPECT_FALSE(editable(2, 1));
+        EXPECT_TRUE(editable(2, 2));
+        EXPECT_TRUE(editable(3, 1));
+    }
 }
