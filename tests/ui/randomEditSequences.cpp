@@ -608,7 +608,8 @@ protected:
                     violation(vertexText({m, int(v)}) +
                               " differs bit for bit from its weights "
                               "at undo position " +
-                              std::to_string(position));
+                              std::to_string(position) + " (after " + queue().undoName().asChar() +
+                              ")");
                     return;
                 }
     }
@@ -674,8 +675,10 @@ protected:
             followUndoRedo(StepKind::kUndo, sceneWeights());
         }
         compareWithState(sceneWeights());
-        for (unsigned step = 0; step < undone; ++step)
+        for (unsigned step = 0; step < undone; ++step) {
             vorel::run("redo");
+            followUndoRedo(StepKind::kRedo, sceneWeights());
+        }
         const SceneWeights redone = sceneWeights();
         // After the undo of a command that wrote one vertex twice, that vertex is not where the
         // command found it, and a redone smoothing spreads the difference to its neighbours.
