@@ -237,7 +237,8 @@ protected:
         Step step{StepKind::kNormalisingEdit, "type " + text.toStdString() + " into" + cellsText()};
         std::map<int, int> targetsPerRow;
         for (const QModelIndex& index : table->selectionModel()->selectedIndexes())
-            if (!model->data(index, Qt::DisplayRole).toString().isEmpty())
+            if ((model->flags(index) & Qt::ItemIsEditable) &&
+                !model->data(index, Qt::DisplayRole).toString().isEmpty())
                 ++targetsPerRow[index.row()];
         for (const auto& [row, targets] : targetsPerRow)
             if (targets > 1)
@@ -624,6 +625,7 @@ protected:
         startMirror();
         undoneOrRedone = false;
         trail.clear();
+        smoothed = false;
         for (stepNumber = 1; stepNumber <= steps; ++stepNumber) {
             const SceneWeights before = sceneWeights();
             const auto locked = lockedCells();
@@ -634,6 +636,7 @@ protected:
             const Step step = randomStep();
             lastStep = step.what;
             trail.push_back(step.what);
+            smoothed = smoothed || step.what.find("smooth") != std::string::npos;
             ++stepsRun;
             const SceneWeights after = sceneWeights();
             switch (step.kind) {
@@ -675,14 +678,16 @@ protected:
             followUndoRedo(StepKind::kUndo, sceneWeights());
         }
         compareWithState(sceneWeights());
-        for (unsigned step = 0; step < undone; ++step) {
-            vorel::run("redo");
-            followUndoRedo(StepKind::kRedo, sceneWeights());
-        }
-        const SceneWeights redone = sceneWeights();
         // After the undo of a command that wrote one vertex twice, that vertex is not where the
         // command found it, and a redone smoothing spreads the difference to its neighbours.
-        if (!diverged.empty()) {
+        const bool spread = !diverged.empty() && smoothed;
+        for (unsigned step = 0; step < undone; ++step) {
+            vorel::run("redo");
+            if (!spread)
+                followUndoRedo(StepKind::kRedo, sceneWeights());
+        }
+        const SceneWeights redone = sceneWeights();
+        if (spread) {
             ++redoChecksSkipped;
             return checkTableShowsScene(redone);
         }
@@ -711,6 +716,7 @@ protected:
     bool undoneOrRedone = false;
     unsigned columnLocksUndone = 0;
     unsigned redoChecksSkipped = 0;
+    bool smoothed = false;
     std::unique_ptr<QAbstractItemModelTester> tester;
     vorel::QtWarningCatcher qtWarnings;
 };
