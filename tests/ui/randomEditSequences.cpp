@@ -312,7 +312,8 @@ protected:
     }
 
     Step changePrecision() {
-        const QString places = QString::number(pick(1, 5));
+        // The box takes the smallest step shown: 0.1 for one place, 0.001 for three.
+        const QString places = "0." + QString(int(pick(0, 4)), '0') + "1";
         vorel::enter(controls->precisionEdit, places);
         return {StepKind::kDisplayOnly, "precision " + places.toStdString()};
     }
