@@ -600,13 +600,26 @@ protected:
                       std::to_string(sum));
     }
 
+    // A vertex that a two-cell undo left with its first write's weights is no longer where the
+    // later commands found it; once the sequence has smoothed, the difference can have spread
+    // to every vertex of its mesh.
+    bool comparable(size_t mesh, int vertex) const {
+        if (diverged.count({mesh, vertex}))
+            return false;
+        if (smoothed)
+            for (const Vertex& moved : diverged)
+                if (moved.first == mesh)
+                    return false;
+        return true;
+    }
+
     void compareWithState(const SceneWeights& after) {
         if (!states[position])
             return;
         const SceneWeights& expected = *states[position];
         for (size_t m = 0; m < after.size(); ++m)
             for (size_t v = 0; v < after[m].size(); ++v)
-                if (!diverged.count({m, int(v)}) && after[m][v] != expected[m][v]) {
+                if (comparable(m, int(v)) && after[m][v] != expected[m][v]) {
                     violation(vertexText({m, int(v)}) +
                               " differs bit for bit from its weights "
                               "at undo position " +
@@ -679,22 +692,16 @@ protected:
             followUndoRedo(StepKind::kUndo, sceneWeights());
         }
         compareWithState(sceneWeights());
-        // After the undo of a command that wrote one vertex twice, that vertex is not where the
-        // command found it, and a redone smoothing spreads the difference to its neighbours.
-        const bool spread = !diverged.empty() && smoothed;
         for (unsigned step = 0; step < undone; ++step) {
             vorel::run("redo");
-            if (!spread)
-                followUndoRedo(StepKind::kRedo, sceneWeights());
+            followUndoRedo(StepKind::kRedo, sceneWeights());
         }
         const SceneWeights redone = sceneWeights();
-        if (spread) {
-            ++redoChecksSkipped;
-            return checkTableShowsScene(redone);
-        }
+        if (!diverged.empty())
+            ++redoChecksNarrowed;
         for (size_t m = 0; m < redone.size(); ++m)
             for (size_t v = 0; v < redone[m].size(); ++v)
-                if (!diverged.count({m, int(v)}) && redone[m][v] != edited[m][v])
+                if (comparable(m, int(v)) && redone[m][v] != edited[m][v])
                     return violation("redoing everything gave other weights at " +
                                      vertexText({m, int(v)}));
         checkTableShowsScene(redone);
@@ -716,7 +723,7 @@ protected:
     unsigned position = 0;
     bool undoneOrRedone = false;
     unsigned columnLocksUndone = 0;
-    unsigned redoChecksSkipped = 0;
+    unsigned redoChecksNarrowed = 0;
     bool smoothed = false;
     std::unique_ptr<QAbstractItemModelTester> tester;
     vorel::QtWarningCatcher qtWarnings;
@@ -739,7 +746,7 @@ TEST_F(RandomEditSequences, KeepWeightsNormalisedLockedShownAndUndoable) {
     }
     std::cout << "random edit sequences: " << sequencesRun << " sequences, " << stepsRun
               << " steps, " << violations << " violations, " << columnLocksUndone
-              << " weights changed under a column lock undone in the host, " << redoChecksSkipped
-              << " redo-everything checks left out after a two-cell undo"
+              << " weights changed under a column lock undone in the host, " << redoChecksNarrowed
+              << " sequences whose undo and redo checks left out vertices a two-cell undo moved"
               << " (first seed " << firstSeed << ")" << std::endl;
 }
