@@ -12,7 +12,6 @@
 #include "HFnDependencyNode.h"
 #include "HFnStringArrayData.h"
 #include "HPlug.h"
-#include "OutputRecorder.h"
 #include "qtWarnings.h"
 #include "randomRuns.h"
 #include "sceneWeights.h"
@@ -31,7 +30,6 @@
 #include <QTest>
 #include <algorithm>
 #include <cmath>
-#include <functional>
 #include <gtest/gtest.h>
 #include <iostream>
 #include <map>
@@ -740,7 +738,6 @@ TEST_F(RandomEditSequences, KeepWeightsNormalisedLockedShownAndUndoable) {
     unsigned sequencesRun = 0;
     for (seed = firstSeed; seed < firstSeed + sequences && !HasFatalFailure(); ++seed) {
         violationsBefore = violations;
-        OutputRecorder quiet;
         runSequence(steps);
         ++sequencesRun;
     }
