@@ -5,7 +5,7 @@
 #include "HFnStringArrayData.h"
 #include "HPlug.h"
 #include "OutputRecorder.h"
-#include "vorelSession.h"
+#include "windowControls.h"
 
 #include <QAbstractItemModel>
 #include <QAction>
@@ -13,6 +13,7 @@
 #include <QItemSelectionModel>
 #include <QMainWindow>
 #include <QMenu>
+#include <QSlider>
 #include <QTableView>
 #include <QTemporaryDir>
 #include <QTest>
@@ -253,4 +254,29 @@ TEST_F(LockOperations, LocksSurviveSavingAndOpeningTheSceneAgain) {
         EXPECT_TRUE(editable(2, 2));
         EXPECT_TRUE(editable(3, 1));
     }
+}
+
+TEST_F(LockOperations, ColumnLockOutlastsTheTemporaryLocksOfEdits) {
+    // A locked cell of the locked column: typing into its row locks that influence for the
+    // write, and must leave the column's own lock on afterwards.
+    selectCells({{1, 2}});
+    QMetaObject::invokeMethod(model, "lockCell");
+    table->selectColumn(2);
+    clickButton("Lock");
+    typeIntoCell({1, 0}, "0.2");
+    EXPECT_EQ(jointLock(2), 1);
+    const double locked = vorel::weightsOf(body, 1)[2];
+    typeIntoCell({2, 0}, "0.1");
+    EXPECT_EQ(vorel::weightsOf(body, 1)[2], locked);
+
+    // A column drag locks every locked column for its write.
+    clickButton("UnLock All");
+    table->selectColumn(1);
+    clickButton("Lock");
+    const std::vector<double> before = vorel::weightsOf(body, 0);
+    table->selectColumn(0);
+    vorel::release(vorel::WindowControls(window).valueSlider, 400);
+    EXPECT_NE(vorel::weightsOf(body, 0)[0], before[0]);
+    EXPECT_EQ(vorel::weightsOf(body, 0)[1], before[1]);
+    EXPECT_EQ(jointLock(1), 1);
 }
