@@ -4,7 +4,7 @@ BUILD_DIR ?= build
 ASAN_DIR ?= build-asan
 JOBS ?= $(shell nproc)
 
-.PHONY: all deps build run test test-release test-asan bench clean
+.PHONY: all deps build run test test-release test-asan bench soak clean
 
 all: build
 
@@ -31,6 +31,13 @@ test-asan:
 
 bench: build
 	@scripts/run-benchmarks $(BUILD_DIR)
+
+# The random edit sequences and the window's monkey, long (tests/ui/randomRuns.h); set
+# VOREL_RANDOM_SEED to start elsewhere.
+soak: build
+	@QT_QPA_PLATFORM=offscreen VOREL_RANDOM_SEQUENCES=$${VOREL_RANDOM_SEQUENCES:-1000} \
+	  VOREL_RANDOM_STEPS=$${VOREL_RANDOM_STEPS:-50} VOREL_MONKEY_EVENTS=$${VOREL_MONKEY_EVENTS:-20000} \
+	  $(BUILD_DIR)/bin/test-ui-random
 
 clean:
 	rm -rf $(BUILD_DIR) $(ASAN_DIR)

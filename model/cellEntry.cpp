@@ -19,6 +19,12 @@ double applyOperator(const QString& op, double current, double operand) {
 
 } // namespace
 
+// A typed entry goes to the selected cells that show a weight and are not locked: a locked cell
+// in the selection keeps its weight as it does under every other edit.
+bool weightTableModel::isEntryTarget(const QModelIndex& cell) const {
+    return (flags(cell) & Qt::ItemIsEditable) && !data(cell, Qt::DisplayRole).toString().isEmpty();
+}
+
 bool weightTableModel::setData(const QModelIndex& editedIndex, const QVariant& value, int role) {
     if (role != Qt::EditRole)
         return true;
@@ -34,13 +40,13 @@ bool weightTableModel::setData(const QModelIndex& editedIndex, const QVariant& v
             return false;
         }
         for (const QModelIndex& cell : selected)
-            if (!data(cell, Qt::DisplayRole).toString().isEmpty()) {
+            if (isEntryTarget(cell)) {
                 pendingValues.append(weight);
                 pendingCells.append(cell);
             }
     } else {
         for (const QModelIndex& cell : selected) {
-            if (data(cell, Qt::DisplayRole).toString().isEmpty())
+            if (!isEntryTarget(cell))
                 continue;
             const double current = data(cell, Qt::DisplayRole).toDouble();
             // The operator is cut from the one entry text all cells share, so every cell after

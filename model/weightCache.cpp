@@ -172,7 +172,9 @@ void weightTableModel::notifyWholeTable(int previousRows) {
     if (topLeft.isValid() && bottomRight.isValid())
         emit dataChanged(topLeft, bottomRight);
     emit headerDataChanged(Qt::Vertical, 0, lastRow);
-    emit headerDataChanged(Qt::Horizontal, 0, elements - 1);
+    // Element 0 of a row is its marker, so the last column is the row's size less two.
+    if (elements >= 2)
+        emit headerDataChanged(Qt::Horizontal, 0, elements - 2);
 }
 
 void weightTableModel::restoreRedoRows() {

@@ -207,6 +207,8 @@ private:
     // Presentation.
     bool hasLocks() const;
     bool isLockedCell(int row, int column) const;
+    // Whether a typed entry writes this selected cell (cellEntry.cpp).
+    bool isEntryTarget(const QModelIndex& cell) const;
     QVariant cellBackground(int row, int column, double value) const;
     QVariant cellForeground(int row, int column, double value) const;
     QVariant verticalHeaderColor(int section, int role) const;

@@ -54,7 +54,16 @@ NormalisationGuard::~NormalisationGuard() {
 }
 
 InfluenceLockGuard::InfluenceLockGuard(const QList<HString>& influences, bool undoEnabled)
-    : names(influences), undo(undoEnabled) {
+    : undo(undoEnabled) {
+    // An influence locked already (a locked column) stays out: switching it off afterwards
+    // would release a lock the user set.
+    for (const HString& name : influences) {
+        int locked = 0;
+        HGlobal::executeCommand(HString("getAttr ") + name + ".lockInfluenceWeights", locked, false,
+                                false);
+        if (locked == 0 && !names.contains(name))
+            names.append(name);
+    }
     setLocks(" 1");
 }
 

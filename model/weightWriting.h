@@ -36,8 +36,9 @@ private:
     bool raised = false;
 };
 
-// Switches ".lockInfluenceWeights" on for each named influence for the life of the guard, with
-// "setAttr" commands run with display off and undo as asked.
+// Switches ".lockInfluenceWeights" on for each named influence that is not locked yet, for the
+// life of the guard, with "setAttr" commands run with display off and undo as asked; influences
+// locked before keep their lock.
 class InfluenceLockGuard {
 public:
     InfluenceLockGuard(const QList<HString>& influences, bool undoEnabled);

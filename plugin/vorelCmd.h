@@ -90,6 +90,9 @@ protected:
     QList<int> requestedRows;
     QList<int> overLimitRows;
     QList<int> nonZeroCounts;
+    // The columns the first run took out of each over-limit row, in order; a redo takes out the
+    // same ones whatever the table shows by then.
+    QList<QList<int>> removedColumns;
     int maxInfluences;
     QList<HDoubleArray> newWeights;
     QList<HObject> setComponents;

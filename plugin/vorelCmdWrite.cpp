@@ -83,8 +83,15 @@ HStatus vorelCmd::writeLimitInfluences() {
             fillLookups(lookups, *editorModel, skinClusters[shape]);
         WeightRow working = weightRows.at(r);
         const int excess = nonZeroCounts[i] - maxInfluences;
+        const bool repeating = i < removedColumns.size();
+        if (!repeating)
+            removedColumns.append(QList<int>());
         for (int round = 0; round < excess; ++round) {
-            const int column = smallestPositive(working) - 1;
+            const int column = repeating && round < removedColumns[i].size()
+                                   ? removedColumns[i][round]
+                                   : smallestPositive(working) - 1;
+            if (!repeating)
+                removedColumns[i].append(column);
             const int influence = column >= 0 && column < lookups.influenceOfColumn.size()
                                       ? lookups.influenceOfColumn[column]
                                       : -1;

@@ -52,8 +52,15 @@ bool vorelWindow::eventFilter(QObject* watched, QEvent* event) {
     if (startsAnEntry(key) && QApplication::focusWidget() == tableView &&
         tableView->selectionModel()->hasSelection()) {
         tableModel->snapshotWeightRows();
-        for (const QModelIndex& index : tableView->selectionModel()->selectedIndexes())
+        // The view edits one cell at a time and the entry goes to every selected cell, so the
+        // first cell that takes an editor is enough; asking for more would only fail.
+        for (const QModelIndex& index : tableView->selectionModel()->selectedIndexes()) {
+            if (!(index.flags() & Qt::ItemIsEditable))
+                continue;
             tableView->edit(index);
+            if (tableView->indexWidget(index))
+                break;
+        }
         return true;
     }
     return false;

@@ -162,3 +162,16 @@ TEST_F(CellEntry, UndoOfTwoCellsOfOneVertexLeavesTheFirstWritesWeights) {
     ASSERT_TRUE(vorel::run("undo"));
     EXPECT_EQ(vorel::weightsOf(body, 0), afterFirstWrite);
 }
+
+TEST_F(CellEntry, LockedCellsInTheSelectionKeepTheirWeights) {
+    selectCells({{2, 1}});
+    QMetaObject::invokeMethod(model, "lockCell");
+    table->selectRow(4);
+    clickButton("Lock");
+    selectCells({{1, 0}, {2, 1}, {3, 0}, {4, 0}});
+    typeIntoCell({1, 0}, "0.25");
+    EXPECT_EQ(vorel::weightsOf(body, 0)[0], 0.25);
+    EXPECT_EQ(vorel::weightsOf(body, 1)[1], 0.3);
+    EXPECT_EQ(vorel::weightsOf(body, 2)[0], 0.25);
+    EXPECT_EQ(vorel::weightsOf(body, 3), kStart[3]);
+}

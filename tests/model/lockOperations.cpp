@@ -5,7 +5,7 @@
 #include "HFnStringArrayData.h"
 #include "HPlug.h"
 #include "OutputRecorder.h"
-#include "vorelSession.h"
+#include "windowControls.h"
 
 #include <QAbstractItemModel>
 #include <QAction>
@@ -13,7 +13,9 @@
 #include <QItemSelectionModel>
 #include <QMainWindow>
 #include <QMenu>
+#include <QSlider>
 #include <QTableView>
+#include <QTemporaryDir>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -221,4 +223,60 @@ TEST_F(LockOperations, EmptyRequestsAreReported) {
                   "There is nothing to unlock. Please select locked joint column or vertex row "
                   "to unlock.",
                   "There is nothing to unlock."}));
+}
+
+// Locks are only worth setting if they outlive the session: each file format that stores them
+// must give the reopened scene's table the same locked column, row and cell.
+TEST_F(LockOperations, LocksSurviveSavingAndOpeningTheSceneAgain) {
+    table->selectColumn(0);
+    clickButton("Lock");
+    table->selectRow(4);
+    clickButton("Lock");
+    selectCells({{2, 1}});
+    QMetaObject::invokeMethod(model, "lockCell");
+
+    QTemporaryDir folder;
+    ASSERT_TRUE(folder.isValid());
+    for (const char* name : {"locks.vscene", "locks.glb"}) {
+        SCOPED_TRACE(name);
+        const std::string file = folder.filePath(name).toStdString();
+        ASSERT_TRUE(vorel::run("file -ea \"" + file + "\""));
+        ASSERT_TRUE(vorel::run("file -f -new"));
+        ASSERT_TRUE(vorel::run("file -f -o \"" + file + "\""));
+        selectAndLoad("body");
+        ASSERT_EQ(model->rowCount(), 5);
+
+        for (int row = 1; row < 5; ++row)
+            EXPECT_FALSE(editable(row, 0)) << "locked column, row " << row;
+        for (int column = 0; column < 3; ++column)
+            EXPECT_FALSE(editable(4, column)) << "locked row, column " << column;
+        EXPECT_FALSE(editable(2, 1));
+        EXPECT_TRUE(editable(2, 2));
+        EXPECT_TRUE(editable(3, 1));
+    }
+}
+
+TEST_F(LockOperations, ColumnLockOutlastsTheTemporaryLocksOfEdits) {
+    // A locked cell of the locked column: typing into its row locks that influence for the
+    // write, and must leave the column's own lock on afterwards.
+    selectCells({{1, 2}});
+    QMetaObject::invokeMethod(model, "lockCell");
+    table->selectColumn(2);
+    clickButton("Lock");
+    typeIntoCell({1, 0}, "0.2");
+    EXPECT_EQ(jointLock(2), 1);
+    const double locked = vorel::weightsOf(body, 1)[2];
+    typeIntoCell({2, 0}, "0.1");
+    EXPECT_EQ(vorel::weightsOf(body, 1)[2], locked);
+
+    // A column drag locks every locked column for its write.
+    clickButton("UnLock All");
+    table->selectColumn(1);
+    clickButton("Lock");
+    const std::vector<double> before = vorel::weightsOf(body, 0);
+    table->selectColumn(0);
+    vorel::release(vorel::WindowControls(window).valueSlider, 400);
+    EXPECT_NE(vorel::weightsOf(body, 0)[0], before[0]);
+    EXPECT_EQ(vorel::weightsOf(body, 0)[1], before[1]);
+    EXPECT_EQ(jointLock(1), 1);
 }

@@ -87,3 +87,18 @@ TEST_F(MaximumInfluences, BoxTakesOnlyPositiveIntegers) {
     clickButton("ApplyInfluence");
     EXPECT_EQ(vorel::everyVertexWeights(body), before);
 }
+
+TEST_F(MaximumInfluences, RedoTakesOutTheSameInfluencesWhateverTheTableShowsMeanwhile) {
+    // At one place 0.32 and 0.31 both show 0.3, where the leftmost would be the smallest.
+    vorel::setWeights(body, {{0.32, 0.31, 0.37, 0.0}});
+    selectAndLoad("body.vtx[0]");
+    vorel::enter(controls->maxInfluenceEdit, "2");
+    clickButton("ApplyInfluence");
+    const std::vector<double> limited = vorel::weightsOf(body, 0);
+    EXPECT_EQ(limited[1], 0.0);
+    vorel::enter(controls->precisionEdit, "0.1");
+    ASSERT_TRUE(vorel::run("undo"));
+    EXPECT_EQ(vorel::weightsOf(body, 0), (std::vector<double>{0.32, 0.31, 0.37, 0.0}));
+    ASSERT_TRUE(vorel::run("redo"));
+    EXPECT_EQ(vorel::weightsOf(body, 0), limited);
+}

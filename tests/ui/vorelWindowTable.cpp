@@ -2,6 +2,7 @@
 // selected cell for the keys that start an entry, Ctrl+Z and Ctrl+Y step the table back and
 // forward after an edit, and the selection slots report what they must.
 #include "OutputRecorder.h"
+#include "qtWarnings.h"
 #include "vorelSession.h"
 
 #include <QAbstractItemModel>
@@ -56,6 +57,17 @@ TEST_F(TableKeys, EntryKeyOpensAnEditorWhoseTextGoesToEverySelectedCell) {
     for (int vertex = 0; vertex < 3; ++vertex)
         EXPECT_EQ(vorel::weightsOf(body, vertex)[0], 0.75) << vertex;
     EXPECT_EQ(vorel::weightsOf(body, 3)[0], 0.1);
+}
+
+TEST_F(TableKeys, EntryKeyOpensOneEditorOnTheFirstEditableSelectedCell) {
+    vorel::QtWarningCatcher warnings;
+    selectCells({{1, 0}});
+    QMetaObject::invokeMethod(model, "lockCell");
+    selectCells({{1, 0}, {2, 1}, {3, 1}});
+    press(Qt::Key_5);
+    EXPECT_EQ(openEditors(), 1);
+    EXPECT_NE(table->indexWidget(model->index(2, 1)), nullptr);
+    EXPECT_EQ(warnings.take(), std::vector<std::string>());
 }
 
 TEST_F(TableKeys, KeypadEnterOpensAnEditorAndReturnDoesNot) {
