@@ -21,7 +21,7 @@ const char* const ApplicationWindow::kApplicationName = "vorel-host";
 ApplicationWindow::ApplicationWindow(QMainWindow& window, QSettings& settings)
     : QObject(&window), m_window(window), m_runner(this), m_recent(settings), m_progress(&window) {
     m_files = new SceneFileActions(m_runner, m_recent, &m_window);
-    m_window.setCentralWidget(createViewportArea());
+    m_window.setCentralWidget(createViewportArea(m_runner));
     m_scriptEditor = new ScriptEditor(m_runner);
     m_scriptDock =
         addDock(m_scriptEditor, "Script Editor", "scriptEditorDock", Qt::BottomDockWidgetArea);

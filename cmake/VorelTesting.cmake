@@ -1,7 +1,9 @@
-# vorel_add_test(NAME name SOURCES ... [LIBS ...] [ENV ...] [PROPERTIES ...])
+# vorel_add_test(NAME name SOURCES ... [LIBS ...] [ENV ...] [PROPERTIES ...] [VIRTUAL_DISPLAY])
 # Builds one GoogleTest program and registers each of its tests with CTest. Every test runs
 # with Qt's offscreen platform; in a sanitizer build, sanitizer reports fail the test.
 # PROPERTIES are more CTest properties of every test (for example FIXTURES_REQUIRED name).
+# VIRTUAL_DISPLAY runs the program inside a virtual X server of its own
+# (scripts/with-virtual-display), for tests that draw with OpenGL.
 find_package(GTest REQUIRED)
 include(GoogleTest)
 
@@ -11,9 +13,14 @@ if(VOREL_SANITIZE)
 endif()
 
 function(vorel_add_test)
-  cmake_parse_arguments(T "" "NAME" "SOURCES;LIBS;ENV;PROPERTIES" ${ARGN})
+  cmake_parse_arguments(T "VIRTUAL_DISPLAY" "NAME" "SOURCES;LIBS;ENV;PROPERTIES" ${ARGN})
   add_executable(${T_NAME} ${T_SOURCES})
   target_link_libraries(${T_NAME} PRIVATE GTest::gtest GTest::gmock ${T_LIBS})
+  if(T_VIRTUAL_DISPLAY)
+    # The discovery reads this property, so it runs the program the same way.
+    set_target_properties(${T_NAME} PROPERTIES
+      CROSSCOMPILING_EMULATOR ${PROJECT_SOURCE_DIR}/scripts/with-virtual-display)
+  endif()
   gtest_discover_tests(${T_NAME}
     DISCOVERY_MODE PRE_TEST
     DISCOVERY_TIMEOUT 60

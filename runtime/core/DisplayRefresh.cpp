@@ -9,10 +9,18 @@ const bool registered = registerHostModule(
 
 } // namespace
 
-unsigned long long DisplayRefresh::subscribe(Redraw redraw) {
+unsigned long long DisplayRefresh::add(CallbackList<Redraw>& list, Redraw redraw) {
     unsigned long long id = host().nextCallbackId();
-    m_subscribers.add(id, std::move(redraw), nullptr);
+    list.add(id, std::move(redraw), nullptr);
     return id;
+}
+
+void DisplayRefresh::callAll(const CallbackList<Redraw>& list) {
+    list.call([](const Redraw& redraw, void*) { redraw(); });
+}
+
+unsigned long long DisplayRefresh::subscribe(Redraw redraw) {
+    return add(m_subscribers, std::move(redraw));
 }
 
 bool DisplayRefresh::unsubscribe(unsigned long long id) {
@@ -20,8 +28,19 @@ bool DisplayRefresh::unsubscribe(unsigned long long id) {
 }
 
 void DisplayRefresh::request() {
-    // A copy: the subscriber may subscribe others while it runs.
-    m_subscribers.call([](Redraw redraw, void*) { redraw(); });
+    callAll(m_subscribers);
+}
+
+unsigned long long DisplayRefresh::watch(Redraw changed) {
+    return add(m_watchers, std::move(changed));
+}
+
+bool DisplayRefresh::unwatch(unsigned long long id) {
+    return m_watchers.remove(id);
+}
+
+void DisplayRefresh::changed() {
+    callAll(m_watchers);
 }
 
 } // namespace runtime

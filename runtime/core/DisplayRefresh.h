@@ -1,9 +1,11 @@
 // DisplayRefresh: requests to redraw what shows the scene now (the refresh command), passed
 // to whoever draws it: the application's viewport subscribes, and without a subscriber (batch
-// mode, tests) a request does nothing.
+// mode, tests) a request does nothing. It also carries the notices of changes to what is
+// drawn that the scene's listeners do not hear (the hilite list, the current tool, the painted
+// influence): watchers redraw when they next can.
 //
-// Subscribers are called synchronously, in the order they subscribed; one that unsubscribes
-// during a request is not called again. The module owns the callbacks it holds.
+// Subscribers and watchers are called synchronously, in the order they were added; one that
+// is removed during a call is not called again. The module owns the callbacks it holds.
 #pragma once
 
 #include "core/CallbackList.h"
@@ -22,8 +24,17 @@ public:
 
     void request();
 
+    unsigned long long watch(Redraw changed);
+    bool unwatch(unsigned long long id);
+    // Something drawn outside the scene graph changed.
+    void changed();
+
 private:
+    static unsigned long long add(CallbackList<Redraw>& list, Redraw redraw);
+    static void callAll(const CallbackList<Redraw>& list);
+
     CallbackList<Redraw> m_subscribers;
+    CallbackList<Redraw> m_watchers;
 };
 
 } // namespace runtime

@@ -1,5 +1,6 @@
 #include "scene/Selection.h"
 
+#include "core/DisplayRefresh.h"
 #include "core/EventBus.h"
 #include "scene/SelectionItems.h"
 
@@ -56,6 +57,7 @@ void Selection::setHilite(const HSelectionList& list) {
     for (const SelectionItem& item : given)
         if (itemNode(item))
             addItem(items, item);
+    host().get<DisplayRefresh>().changed();
 }
 
 void Selection::clearQuietly() {

@@ -2,7 +2,8 @@
 // running host.
 //
 // Every call of setActive() is a change: it fires "SelectionChanged" once, synchronously,
-// before returning, even when the list ends up the same. The hilite list never fires it.
+// before returning, even when the list ends up the same. The hilite list never fires it; a
+// change of it is announced to the display (DisplayRefresh::changed).
 // Deleting selected nodes drops them from both lists (firing "SelectionChanged" once when the
 // active selection lost items); a scene reset (new or opened scene) empties both lists without
 // firing anything. The component modes are plain settings the viewport's picking reads:

@@ -198,6 +198,7 @@ HStatus smoothSkinWeights(Scene& scene, Node& cluster, const std::vector<unsigne
     auto share = [&](unsigned t) { return list + vertices.size() * t / threads; };
 
     unsigned changedPasses = 0;
+    auto changedVertices = std::make_shared<std::vector<unsigned>>();
     for (unsigned pass = 0; pass < options.maxPasses; ++pass) {
         std::vector<std::thread> workers;
         for (unsigned t = 1; t < threads; ++t)
@@ -216,6 +217,7 @@ HStatus smoothSkinWeights(Scene& scene, Node& cluster, const std::vector<unsigne
                 weights.assign(vertex, part.influences.data() + begin, part.weights.data() + begin,
                                part.ends[i] - begin);
                 begin = part.ends[i];
+                changedVertices->push_back(vertex);
                 changed = true;
             }
         }
@@ -224,7 +226,8 @@ HStatus smoothSkinWeights(Scene& scene, Node& cluster, const std::vector<unsigne
         ++changedPasses;
     }
     if (changedPasses > 0)
-        scene.notify({SceneChange::kWeightsChanged, {cluster.shared_from_this()}, Plug()});
+        scene.notify(
+            SceneChange::weightsChanged(cluster.shared_from_this(), std::move(changedVertices)));
     if (passes)
         *passes = changedPasses;
     return HS::kSuccess;

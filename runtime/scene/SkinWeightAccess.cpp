@@ -192,6 +192,10 @@ HStatus writeWeights(Scene& scene, Node& cluster, const std::vector<int>* vertic
     std::vector<Entry> entries;
     std::vector<SkinWeights::Influence> newInfluences;
     std::vector<double> newWeights;
+    // A write to every vertex is announced as such, without a list.
+    std::shared_ptr<std::vector<unsigned>> changed;
+    if (vertices)
+        changed = std::make_shared<std::vector<unsigned>>();
     for (unsigned n = 0; n < size; ++n) {
         unsigned vertex = vertexAt(vertices, n);
         if (old) {
@@ -220,8 +224,10 @@ HStatus writeWeights(Scene& scene, Node& cluster, const std::vector<int>* vertic
         }
         weights.assign(vertex, newInfluences.data(), newWeights.data(),
                        static_cast<unsigned>(entries.size()));
+        if (changed)
+            changed->push_back(vertex);
     }
-    scene.notify({SceneChange::kWeightsChanged, {cluster.shared_from_this()}, Plug()});
+    scene.notify(SceneChange::weightsChanged(cluster.shared_from_this(), std::move(changed)));
     return HS::kSuccess;
 }
 

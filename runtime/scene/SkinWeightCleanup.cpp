@@ -44,6 +44,7 @@ HStatus editVertices(Scene& scene, Node& cluster, const std::vector<int>* vertic
     std::vector<SkinWeights::Influence> influences;
     std::vector<double> values;
     unsigned count = vertexListSize(*data, vertices);
+    auto changed = std::make_shared<std::vector<unsigned>>();
     for (unsigned n = 0; n < count; ++n) {
         unsigned vertex = vertices ? static_cast<unsigned>((*vertices)[n]) : n;
         if (vertexLocks.locked(vertex))
@@ -68,8 +69,9 @@ HStatus editVertices(Scene& scene, Node& cluster, const std::vector<int>* vertic
         }
         weights.assign(vertex, influences.data(), values.data(),
                        static_cast<unsigned>(entries.size()));
+        changed->push_back(vertex);
     }
-    scene.notify({SceneChange::kWeightsChanged, {cluster.shared_from_this()}, Plug()});
+    scene.notify(SceneChange::weightsChanged(cluster.shared_from_this(), std::move(changed)));
     return HS::kSuccess;
 }
 

@@ -4,6 +4,7 @@
 // is one undo step; the settings are not recorded (ToolContexts.h).
 #include "HArgParser.h"
 #include "commands/CommandSupport.h"
+#include "core/DisplayRefresh.h"
 #include "lang/BuiltInCommand.h"
 #include "scene/Scene.h"
 #include "scene/Selection.h"
@@ -59,6 +60,7 @@ HStatus setInfluence(const HString& name) {
     if (!joint->hasFn(HFn::kTransform))
         return invalid("\"" + name + "\" is not a joint.");
     runtime::toolContexts().skinPaint().influence = joint;
+    runtime::host().get<runtime::DisplayRefresh>().changed();
     return HS::kSuccess;
 }
 

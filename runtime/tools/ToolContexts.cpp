@@ -1,5 +1,7 @@
 #include "tools/ToolContexts.h"
 
+#include "core/DisplayRefresh.h"
+
 namespace runtime {
 
 const char* const ToolContexts::kSelectContext = "selectSuperContext";
@@ -71,6 +73,7 @@ HStatus ToolContexts::setCurrent(const HString& name) {
     if (context.isEmpty())
         return HStatus(HS::kInvalidParameter, "No tool context named \"" + name + "\".");
     m_current = context;
+    host().get<DisplayRefresh>().changed();
     return HS::kSuccess;
 }
 

@@ -7,6 +7,9 @@
 // accepts both. The skin paint tool is ready to paint when it is current and in paint mode
 // (skinPaintMode 1).
 //
+// Switching tools and choosing the painted influence are announced to the display
+// (DisplayRefresh::changed), which shows that influence's weights.
+//
 // Tools are settings of the session, not part of the scene: switching tools and changing the
 // paint settings are never recorded for undo, and a new or opened scene keeps them (the painted
 // influence then reads as none once its joint is gone).

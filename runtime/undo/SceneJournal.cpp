@@ -140,7 +140,8 @@ struct SceneJournal::WeightsStep : Step {
         if (record.empty() || !cluster->isAlive() || !cluster->skinCluster())
             return;
         (record.*state)(cluster->skinCluster()->weights());
-        scene.notify({SceneChange::kWeightsChanged, {cluster}, Plug()});
+        scene.notify(SceneChange::weightsChanged(
+            cluster, std::make_shared<std::vector<unsigned>>(record.vertices())));
     }
     void undo(Scene& scene) override { restore(scene, &VertexWeightRecord::restoreBefore); }
     void redo(Scene& scene) override { restore(scene, &VertexWeightRecord::restoreAfter); }

@@ -29,3 +29,23 @@ TEST_F(RefreshCommand, RedrawsEverySubscriberOnceAndIsNotRecorded) {
     EXPECT_EQ(output.texts(HCommandMessage::kError),
               (commandtest::Texts{"refresh: It takes no objects."}));
 }
+
+TEST_F(RefreshCommand, HiliteAndToolChangesReachTheDisplayWithoutARedrawNow) {
+    runtime::DisplayRefresh& display = runtime::host().get<runtime::DisplayRefresh>();
+    int redraws = 0, changes = 0;
+    unsigned long long redraw = display.subscribe([&] { ++redraws; });
+    unsigned long long watch = display.watch([&] { ++changes; });
+    ASSERT_TRUE(run("joint -n hip; select -cl"));
+    HSelectionList hilite;
+    hilite.add("hip");
+    HGlobal::setHiliteList(hilite);
+    EXPECT_EQ(changes, 1);
+    ASSERT_TRUE(run("PntPaintSkinWeightsTool; pntSkinSelectInfluence pntAttrSkinPaintCtx hip;"
+                    "pntAttrSkinPaintCtx -e -opacity 0.5 pntAttrSkinPaintCtx;"
+                    "setToolTo selectSuperContext"));
+    // The tool twice and the influence; the opacity shows nowhere.
+    EXPECT_EQ(changes, 4);
+    EXPECT_EQ(redraws, 0);
+    EXPECT_TRUE(display.unwatch(watch));
+    EXPECT_TRUE(display.unsubscribe(redraw));
+}

@@ -76,3 +76,50 @@ TEST_F(ChangeLog, AListenerRemovedDuringANoticeIsNotCalledAgain) {
     EXPECT_EQ(calls, 1);
     scene().removeListener(first);
 }
+
+namespace {
+
+// The vertices named by the weight notices that follow, in order; "all" for a notice that
+// names none.
+class WeightNotices : public FreshScene {
+protected:
+    void SetUp() override {
+        FreshScene::SetUp();
+        m_id = scene().addListener([this](const SceneChange& change) {
+            if (change.kind != SceneChange::kWeightsChanged)
+                return;
+            if (!change.vertices) {
+                notices.push_back({-1});
+                return;
+            }
+            notices.emplace_back(change.vertices->begin(), change.vertices->end());
+        });
+    }
+    void TearDown() override { scene().removeListener(m_id); }
+
+    std::vector<std::vector<int>> notices;
+
+private:
+    runtime::Scene::ListenerId m_id = 0;
+};
+
+} // namespace
+
+TEST_F(WeightNotices, NameTheVerticesAWriteChangedAndItsUndoRestored) {
+    fixture::SkinnedMesh body = fixture::makeSkinnedMesh();
+    notices.clear();
+    HFnSkinCluster fn(body.clusterObject());
+    ASSERT_TRUE(fn.setWeights(body.shapePath(), fixture::vertexComponent({7, 2}), 0, 0.5));
+    ASSERT_TRUE(fn.setWeights(body.shapePath(), HObject(), 0, 0.5));
+    EXPECT_EQ(notices, (std::vector<std::vector<int>>{{7, 2}, {-1}}));
+
+    notices.clear();
+    ASSERT_TRUE(HGlobal::executeCommand("skinPercent -t bodyJoint1 -tv 1 skinCluster1 body.vtx[5]",
+                                        false, true));
+    ASSERT_TRUE(HGlobal::executeCommand("undo"));
+    ASSERT_TRUE(HGlobal::executeCommand(
+        "select -r body.vtx[3]; skinCluster -e -sw 0 -swi 1 skinCluster1;"
+        "skinPercent -t bodyJoint1 -tv 0.9 -nrm false skinCluster1 body.vtx[4];"
+        "skinPercent -nrm true skinCluster1 body.vtx[4]"));
+    EXPECT_EQ(notices, (std::vector<std::vector<int>>{{5}, {5}, {3}, {4}, {4}}));
+}
