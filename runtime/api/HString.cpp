@@ -9,6 +9,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstring>
+#include <type_traits>
 
 namespace {
 
@@ -22,7 +23,9 @@ std::string trimmed(const std::string& text) {
     return text.substr(first, last - first + 1);
 }
 
-bool parseInt(const std::string& text, int& value) {
+// The whole text, blanks around it and one leading '+' allowed, as a number of type T; a
+// floating-point number must be finite.
+template <typename T> bool parseNumber(const std::string& text, T& value) {
     std::string t = trimmed(text);
     const char* begin = t.c_str();
     if (*begin == '+')
@@ -31,19 +34,11 @@ bool parseInt(const std::string& text, int& value) {
     if (begin == end)
         return false;
     auto result = std::from_chars(begin, end, value);
-    return result.ec == std::errc() && result.ptr == end;
-}
-
-bool parseDouble(const std::string& text, double& value) {
-    std::string t = trimmed(text);
-    const char* begin = t.c_str();
-    if (*begin == '+')
-        ++begin;
-    const char* end = t.c_str() + t.size();
-    if (begin == end)
+    if (result.ec != std::errc() || result.ptr != end)
         return false;
-    auto result = std::from_chars(begin, end, value);
-    return result.ec == std::errc() && result.ptr == end && std::isfinite(value);
+    if constexpr (std::is_floating_point_v<T>)
+        return std::isfinite(value);
+    return true;
 }
 
 } // namespace
@@ -137,22 +132,22 @@ HStatus HString::split(char delimiter, HStringArray& pieces) const {
 
 bool HString::isInt() const {
     int value;
-    return parseInt(m_text, value);
+    return parseNumber(m_text, value);
 }
 
 int HString::asInt() const {
     int value = 0;
-    return parseInt(m_text, value) ? value : 0;
+    return parseNumber(m_text, value) ? value : 0;
 }
 
 bool HString::isDouble() const {
     double value;
-    return parseDouble(m_text, value);
+    return parseNumber(m_text, value);
 }
 
 double HString::asDouble() const {
     double value = 0.0;
-    return parseDouble(m_text, value) ? value : 0.0;
+    return parseNumber(m_text, value) ? value : 0.0;
 }
 
 HString& HString::set(const char* text) {

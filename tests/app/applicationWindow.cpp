@@ -1,3 +1,4 @@
+#include "CommandRunner.h"
 #include "HGlobal.h"
 #include "HPxCommand.h"
 #include "HQtUtil.h"
@@ -6,7 +7,6 @@
 #include "ScopedCommand.h"
 #include "Screenshot.h"
 #include "StatusReporter.h"
-#include "fileCommandStandIn.h"
 #include "lang/BuiltInCommand.h"
 #include "windowFixture.h"
 
@@ -50,25 +50,26 @@ protected:
 };
 
 TEST_F(ApplicationWindowTest, TitleNamesTheSceneAndMarksUnsavedChanges) {
-    appfixture::FileCommandStandIn file;
-    window().refreshTitle();
+    window().runner().run("file -force -new");
     EXPECT_EQ(mainWindow().windowTitle(), "untitled - vorel-host");
     scene().createNode("joint");
     EXPECT_EQ(mainWindow().windowTitle(), "untitled* - vorel-host");
-    window().runner().run("file -rename \"/scenes/body.vscene\"; file -save");
+    window().runner().run("file -rename " +
+                          app::CommandRunner::quoted(temporaryPath("body.vscene")) +
+                          "; file -save");
     EXPECT_EQ(mainWindow().windowTitle(), "body.vscene - vorel-host");
 }
 
 TEST_F(ApplicationWindowTest, EntriesWaitForTheCommandsTheyRun) {
-    CommandTakenAway noFile("file");
-    CommandTakenAway noVorel("vorelCmd");
-    window().runner().run("print refresh");
-    EXPECT_FALSE(action("newSceneAction")->isEnabled());
-    EXPECT_FALSE(action("saveSceneAction")->isEnabled());
-    EXPECT_FALSE(action("vorelWindowAction")->isEnabled());
-    EXPECT_TRUE(action("quitAction")->isEnabled());
-
-    appfixture::FileCommandStandIn file;
+    {
+        CommandTakenAway noFile("file");
+        CommandTakenAway noVorel("vorelCmd");
+        window().runner().run("print refresh");
+        EXPECT_FALSE(action("newSceneAction")->isEnabled());
+        EXPECT_FALSE(action("saveSceneAction")->isEnabled());
+        EXPECT_FALSE(action("vorelWindowAction")->isEnabled());
+        EXPECT_TRUE(action("quitAction")->isEnabled());
+    }
     ScopedCommand vorel("vorelCmd", runtime::createCommand<NothingCommand>);
     window().runner().run("print refresh");
     EXPECT_TRUE(action("newSceneAction")->isEnabled());

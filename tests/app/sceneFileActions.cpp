@@ -1,32 +1,60 @@
 #include "SceneFileActions.h"
 
+#include "CommandRunner.h"
+#include "HGlobal.h"
 #include "HQtUtil.h"
+#include "OutputRecorder.h"
 #include "RecentFiles.h"
-#include "fileCommandStandIn.h"
 #include "windowFixture.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QMainWindow>
 #include <gtest/gtest.h>
 
 namespace {
 
+// The File menu's actions against the real `file` command: what they run (the statements
+// echoed into the script output) and what that leaves on disk and in the scene.
 class SceneFileTest : public appfixture::WindowTest {
 protected:
     void SetUp() override {
         appfixture::WindowTest::SetUp();
+        ASSERT_TRUE(HGlobal::executeCommand("file -force -new"));
         files().setPathChooser([this](app::PathPurpose purpose) {
             chosenFor.push_back(purpose);
             return chosenPath;
         });
+        recorder.clear();
     }
 
     app::SceneFileActions& files() const { return window().files(); }
-    QStringList& calls() { return standIn.state().calls; }
+    QStringList calls() const {
+        QStringList statements;
+        for (const std::string& text : recorder.texts(HCommandMessage::kHistory))
+            statements.append(QString::fromStdString(text));
+        return statements;
+    }
+    static QString quoted(const QString& path) { return app::CommandRunner::quoted(path); }
+    static bool run(const QString& statements) {
+        return static_cast<bool>(HGlobal::executeCommand(HQtUtil::toHString(statements)));
+    }
+    static bool hasNode(const char* name) { return runtime::scene().findNode(name) != nullptr; }
     void modifyScene() { scene().createNode("joint", "changed"); }
-    bool sceneHasChanges() const { return runtime::scene().findNode("changed") != nullptr; }
+    bool sceneHasChanges() const { return hasNode("changed"); }
+    // Saves a scene of one joint, `node`, at `path`, and goes back to an empty untitled one;
+    // nothing of it reaches the script output.
+    void writeSceneFile(const QString& path, const char* node) {
+        scene().createNode("joint", node);
+        ASSERT_TRUE(run("file -rename " + quoted(path) + "; file -save; file -new"));
+        recorder.clear();
+    }
+    // Whether `path` holds a scene with the joint `node`; leaves that scene open.
+    bool savedWith(const QString& path, const char* node) {
+        return run("file -force -open " + quoted(path)) && hasNode(node);
+    }
 
-    appfixture::FileCommandStandIn standIn;
+    OutputRecorder recorder;
     QString chosenPath;
     std::vector<app::PathPurpose> chosenFor;
 };
@@ -35,14 +63,16 @@ TEST_F(SceneFileTest, AnUnchangedSceneIsReplacedWithoutAsking) {
     appfixture::QuestionAnswerer answerer(QMessageBox::Cancel);
     EXPECT_TRUE(files().newScene());
     EXPECT_EQ(answerer.asked(), 0);
-    EXPECT_EQ(calls(), (QStringList{"-new"}));
+    EXPECT_EQ(calls(), (QStringList{"file -new"}));
 }
 
 TEST_F(SceneFileTest, CancelKeepsTheChangedScene) {
+    QString other = temporaryPath("other.vscene");
+    writeSceneFile(other, "other");
     modifyScene();
     appfixture::QuestionAnswerer answerer(QMessageBox::Cancel);
     EXPECT_FALSE(files().newScene());
-    EXPECT_FALSE(files().openScene("/scenes/other.vscene"));
+    EXPECT_FALSE(files().openScene(other));
     EXPECT_EQ(answerer.asked(), 2);
     EXPECT_TRUE(answerer.text().startsWith("The scene has unsaved changes."));
     EXPECT_TRUE(calls().isEmpty());
@@ -50,23 +80,26 @@ TEST_F(SceneFileTest, CancelKeepsTheChangedScene) {
 }
 
 TEST_F(SceneFileTest, DontSaveDiscardsTheChangesWithForce) {
-    modifyScene();
     QString path = temporaryPath("a \"b\".vscene");
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    writeSceneFile(path, "fromFile");
+    modifyScene();
     appfixture::QuestionAnswerer answerer(QMessageBox::Discard);
     EXPECT_TRUE(files().openScene(path));
-    EXPECT_EQ(calls(), (QStringList{"-force -open " + path}));
+    EXPECT_EQ(calls(), (QStringList{"file -force -open " + quoted(path)}));
     EXPECT_FALSE(sceneHasChanges());
+    EXPECT_TRUE(hasNode("fromFile"));
 }
 
 TEST_F(SceneFileTest, SaveSavesUnderTheSceneNameBeforeReplacing) {
-    standIn.state().sceneName = "/scenes/body.vscene";
+    QString path = temporaryPath("body.vscene");
+    ASSERT_TRUE(run("file -rename " + quoted(path)));
     modifyScene();
     appfixture::QuestionAnswerer answerer(QMessageBox::Save);
     EXPECT_TRUE(files().newScene());
-    EXPECT_EQ(calls(), (QStringList{"-save", "-new"}));
+    EXPECT_EQ(calls(), (QStringList{"file -save", "file -new"}));
     EXPECT_TRUE(chosenFor.empty());
+    EXPECT_FALSE(sceneHasChanges());
+    EXPECT_TRUE(savedWith(path, "changed"));
 }
 
 TEST_F(SceneFileTest, SavingAnUntitledSceneAsksForAName) {
@@ -79,19 +112,23 @@ TEST_F(SceneFileTest, SavingAnUntitledSceneAsksForAName) {
 
     chosenPath = temporaryPath("body.vscene");
     EXPECT_TRUE(files().newScene());
-    EXPECT_EQ(calls(), (QStringList{"-rename " + chosenPath, "-save", "-new"}));
+    EXPECT_EQ(calls(),
+              (QStringList{"file -rename " + quoted(chosenPath), "file -save", "file -new"}));
     EXPECT_EQ(chosenFor, (std::vector<app::PathPurpose>{app::PathPurpose::kSaveAs,
                                                         app::PathPurpose::kSaveAs}));
+    EXPECT_TRUE(savedWith(chosenPath, "changed"));
 }
 
 TEST_F(SceneFileTest, AFailedSaveKeepsTheScene) {
-    standIn.state().sceneName = "/scenes/body.vscene";
-    standIn.state().failSave = true;
+    QString path = temporaryPath("no such folder/body.vscene");
+    ASSERT_TRUE(run("file -rename " + quoted(path)));
     modifyScene();
     appfixture::QuestionAnswerer answerer(QMessageBox::Save);
     EXPECT_FALSE(files().newScene());
-    EXPECT_EQ(calls(), (QStringList{"-save"}));
+    EXPECT_EQ(calls().value(0), "file -save");
+    EXPECT_FALSE(calls().contains("file -new"));
     EXPECT_TRUE(sceneHasChanges());
+    EXPECT_FALSE(QFileInfo::exists(path));
 }
 
 TEST_F(SceneFileTest, ClosingTheWindowAsksFirst) {
@@ -110,21 +147,23 @@ TEST_F(SceneFileTest, ClosingTheWindowAsksFirst) {
 }
 
 TEST_F(SceneFileTest, ImportAndExportTakeTheChosenPath) {
-    chosenPath = "/scenes/extra.glb";
-    EXPECT_TRUE(files().importFile());
+    scene().createNode("joint", "exported");
+    chosenPath = temporaryPath("extra.vscene");
     EXPECT_TRUE(files().exportAll());
+    ASSERT_TRUE(run("file -force -new"));
+    EXPECT_TRUE(files().importFile());
+    EXPECT_TRUE(hasNode("exported"));
     chosenPath.clear();
     EXPECT_FALSE(files().importFile());
-    EXPECT_EQ(calls(), (QStringList{"-import /scenes/extra.glb", "-exportAll /scenes/extra.glb"}));
+    const QString path = temporaryPath("extra.vscene");
+    EXPECT_EQ(calls(),
+              (QStringList{"file -exportAll " + quoted(path), "file -import " + quoted(path)}));
 }
 
 TEST_F(SceneFileTest, OpenedAndSavedFilesBecomeRecentNewestFirst) {
     app::RecentFiles recent(settings());
     QString a = temporaryPath("a.vscene"), b = temporaryPath("b.vscene");
-    for (const QString& path : {a, b}) {
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    }
+    writeSceneFile(a, "a");
     EXPECT_TRUE(files().openScene(a));
     chosenPath = b;
     EXPECT_TRUE(files().saveAs());

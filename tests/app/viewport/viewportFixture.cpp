@@ -16,8 +16,7 @@ constexpr float kTopPitch = 89.0f;
 
 } // namespace
 
-void ViewportTest::SetUp() {
-    FreshScene::SetUp();
+void ViewportHarness::open() {
     run("setToolTo selectSuperContext; flushUndo");
     sheet = makeSheet();
     m_runner = std::make_unique<app::CommandRunner>();
@@ -30,38 +29,38 @@ void ViewportTest::SetUp() {
     m_viewport->camera().setOrbit(QVector3D(0, 1, 0), 0.0f, kTopPitch, 7.0f);
 }
 
-void ViewportTest::TearDown() {
+void ViewportHarness::close() {
     m_viewport.reset();
     m_runner.reset();
     HGlobal::setHiliteList(HSelectionList());
 }
 
-QImage ViewportTest::draw() const {
+QImage ViewportHarness::draw() const {
     return m_viewport->grabFramebuffer();
 }
 
-QPointF ViewportTest::pixelOf(const QVector3D& world) const {
+QPointF ViewportHarness::pixelOf(const QVector3D& world) const {
     QPointF pixel;
     EXPECT_TRUE(m_viewport->camera().project(world, pixel));
     return pixel;
 }
 
-QPointF ViewportTest::pixelOf(unsigned vertex) const {
+QPointF ViewportHarness::pixelOf(unsigned vertex) const {
     m_viewport->sceneView().prepare();
     return pixelOf(m_viewport->sceneView().meshes().front()->worldPosition(vertex));
 }
 
-QVector3D ViewportTest::colourAt(const QImage& frame, const QPointF& pixel) {
+QVector3D ViewportHarness::colourAt(const QImage& frame, const QPointF& pixel) {
     QColor colour = frame.pixelColor(qFloor(pixel.x()), qFloor(pixel.y()));
     return QVector3D(colour.redF(), colour.greenF(), colour.blueF());
 }
 
-QVector3D ViewportTest::litColour(const QVector3D& colour) {
+QVector3D ViewportHarness::litColour(const QVector3D& colour) {
     float facing = std::sin(qDegreesToRadians(kTopPitch));
     return colour * (0.3f + 0.7f * facing);
 }
 
-std::vector<std::string> ViewportTest::selected() {
+std::vector<std::string> ViewportHarness::selected() {
     HStringArray names;
     HGlobal::executeCommand("ls -sl", names);
     std::vector<std::string> result;

@@ -10,13 +10,17 @@
 
 #include <QImage>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace viewporttest {
 
-class ViewportTest : public fixture::FreshScene {
-protected:
-    void SetUp() override;
-    void TearDown() override;
+// The viewport's own part of a test, apart from the test base it sits on.
+class ViewportHarness {
+public:
+    // Builds the sheet and a viewport looking at it; fails the calling test when it cannot draw.
+    void open();
+    void close();
 
     app::viewport::Viewport& viewport() const { return *m_viewport; }
     // A new frame, drawn now.
@@ -36,6 +40,22 @@ private:
     std::unique_ptr<app::CommandRunner> m_runner;
     std::unique_ptr<app::viewport::Viewport> m_viewport;
 };
+
+// A viewport test on any scene test base: Base's set-up (a fresh scene, and whatever else Base
+// opens) runs first, the viewport's after it.
+template <typename Base> class ViewportTestOn : public Base, protected ViewportHarness {
+protected:
+    void SetUp() override {
+        Base::SetUp();
+        open();
+    }
+    void TearDown() override {
+        close();
+        Base::TearDown();
+    }
+};
+
+using ViewportTest = ViewportTestOn<fixture::FreshScene>;
 
 // Colours equal within a few steps of eight bits. A vertex whose neighbours have other
 // weights is sampled up to half a pixel off, where the interpolated weight has moved a little:

@@ -44,7 +44,12 @@ int addView(GltfFile& file, const std::vector<unsigned char>& bytes, int target)
 } // namespace
 
 std::string assetPath(const std::string& name) {
-    return std::string(VOREL_TEST_ASSETS) + "/" + name;
+    std::string path = std::string(VOREL_TEST_ASSETS) + "/" + name;
+    // Thrown, so that the test fails here with the reason instead of reading an empty scene.
+    if (!QFileInfo::exists(QString::fromStdString(path)))
+        throw std::runtime_error("missing test asset " + path +
+                                 ": the shared assets folder must sit beside the checkout");
+    return path;
 }
 
 std::string importModelPath(const std::string& name) {

@@ -15,7 +15,8 @@ namespace filetest {
 
 using Json = nlohmann::ordered_json;
 
-// A file of the shared test assets, by its path below the assets folder ("gltf/SimpleSkin.gltf").
+// A file of the shared test assets, by its path below the assets folder ("gltf/SimpleSkin.gltf");
+// throws std::runtime_error, which fails the test, when the file is not there.
 std::string assetPath(const std::string& name);
 // A file of Debian's import library test models ("X/Testwuson.X").
 std::string importModelPath(const std::string& name);
