@@ -12,7 +12,10 @@ set(VOREL_FUZZ_INPUTS ${PROJECT_SOURCE_DIR}/fuzz)
 function(vorel_add_fuzz_target)
   cmake_parse_arguments(F "" "NAME" "SOURCES" ${ARGN})
   if(VOREL_FUZZ)
-    add_executable(fuzz-${F_NAME} ${F_SOURCES})
+    # The leak checker's suppressions of the sanitized builds; in the program itself, where the
+    # sanitizer runtime looks for them.
+    add_executable(fuzz-${F_NAME} ${F_SOURCES}
+                   ${PROJECT_SOURCE_DIR}/runtime/core/sanitizerDefaults.cpp)
     target_link_libraries(fuzz-${F_NAME} PRIVATE fuzz_host)
     target_link_options(fuzz-${F_NAME} PRIVATE -fsanitize=fuzzer)
     set_property(GLOBAL APPEND PROPERTY VOREL_FUZZ_TARGETS fuzz-${F_NAME})
