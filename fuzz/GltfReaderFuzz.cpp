@@ -1,9 +1,11 @@
 // Feeds glTF files to the reader and builds what it reads into a staging scene, as opening a
 // file does. Inputs that start as a binary container are read as .glb, all others as .gltf. Any
 // bytes must end in a scene or in a message that names the file; nothing reaches the open scene.
+// What was read must write back as .glb (keeping the rest of the document) and read again.
 #include "FuzzHost.h"
 #include "document/SceneBuilding.h"
 #include "files/GltfReader.h"
+#include "files/GltfWriter.h"
 #include "scene/Scene.h"
 
 #include <cstring>
@@ -33,8 +35,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         result =
             runtime::buildScene(description, *staging, path, runtime::ProgressReporter::silent());
     }
-    if (!result.ok())
+    if (!result.ok()) {
         FUZZ_EXPECT(result.message.find("\"" + path + "\"") != std::string::npos);
+    } else {
+        const std::string written = fuzzing::writeFuzzFile("written.glb", nullptr, 0);
+        const runtime::FileResult writing = runtime::writeGltf(description, written);
+        FUZZ_EXPECT(writing.ok());
+        runtime::SceneDescription again;
+        const runtime::FileResult reading = runtime::readGltf(written, again);
+        FUZZ_EXPECT(reading.ok());
+        FUZZ_EXPECT(again.nodes.size() == description.nodes.size());
+    }
     FUZZ_EXPECT(scene.nodeCount() == nodesBefore);
     return 0;
 }

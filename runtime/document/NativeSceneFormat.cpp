@@ -174,7 +174,9 @@ template <typename T> bool readList(const NativeJson& json, std::vector<T>& valu
         if (!decoded || bytes % sizeof(T) != 0)
             return false;
         values.resize(bytes / sizeof(T));
-        std::memcpy(values.data(), decoded.decoded.constData(), bytes);
+        // An empty list has no storage to copy into, and memcpy takes no null pointer.
+        if (bytes != 0)
+            std::memcpy(values.data(), decoded.decoded.constData(), bytes);
         return true;
     }
     if (!json.is_array())
