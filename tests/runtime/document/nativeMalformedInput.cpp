@@ -173,6 +173,10 @@ TEST_F(NativeMalformedInput, EachInconsistencyIsRefusedWithItsProblem) {
          "node 1 is a shape without a parent"},
         {"negative parent", [](Json& f) { nodeNamed(f, "hip")["parent"] = -1; },
          "node 3 has a parent that is not a node before it"},
+        {"first node its own parent", [](Json& f) { f["nodes"][0]["parent"] = 0; },
+         "node 0 has a parent that is not a node before it"},
+        {"connections without nodes", [](Json& f) { f["nodes"] = Json::array(); },
+         "connection 0 refers to a node that is not in the file"},
         {"negative polygon vertex",
          [](Json& f) {
              editList<std::int32_t>(nodeNamed(f, "legShape")["mesh"]["polygonVertices"],
