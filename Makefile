@@ -2,9 +2,11 @@
 # packages first (scripts/install-deps).
 BUILD_DIR ?= build
 ASAN_DIR ?= build-asan
+FUZZ_DIR ?= build-fuzz
+FUZZ_SECONDS ?= 60
 JOBS ?= $(shell nproc)
 
-.PHONY: all deps build run test test-release test-asan bench soak clean
+.PHONY: all deps build run test test-release test-asan bench soak fuzz clean
 
 all: build
 
@@ -39,5 +41,9 @@ soak: build
 	  VOREL_RANDOM_STEPS=$${VOREL_RANDOM_STEPS:-50} VOREL_MONKEY_EVENTS=$${VOREL_MONKEY_EVENTS:-20000} \
 	  $(BUILD_DIR)/bin/test-ui-random
 
+# Builds the fuzz targets with clang and runs each for FUZZ_SECONDS with its corpus (fuzz/).
+fuzz: deps
+	@scripts/fuzz $(FUZZ_DIR) $(FUZZ_SECONDS)
+
 clean:
-	rm -rf $(BUILD_DIR) $(ASAN_DIR)
+	rm -rf $(BUILD_DIR) $(ASAN_DIR) $(FUZZ_DIR)

@@ -139,7 +139,8 @@ bool readNumber(const NativeJson& json, double& value) {
 bool readInteger(const NativeJson& json, long long minimum, long long maximum, long long& value) {
     if (json.is_number_unsigned()) {
         const auto number = json.get<unsigned long long>();
-        if (number > static_cast<unsigned long long>(maximum) ||
+        // A maximum below zero (no node before the first) admits no unsigned number at all.
+        if (maximum < 0 || number > static_cast<unsigned long long>(maximum) ||
             (minimum > 0 && number < static_cast<unsigned long long>(minimum)))
             return false;
         value = static_cast<long long>(number);
@@ -174,7 +175,9 @@ template <typename T> bool readList(const NativeJson& json, std::vector<T>& valu
         if (!decoded || bytes % sizeof(T) != 0)
             return false;
         values.resize(bytes / sizeof(T));
-        std::memcpy(values.data(), decoded.decoded.constData(), bytes);
+        // An empty list has no storage to copy into, and memcpy takes no null pointer.
+        if (bytes != 0)
+            std::memcpy(values.data(), decoded.decoded.constData(), bytes);
         return true;
     }
     if (!json.is_array())

@@ -3,6 +3,7 @@
 #include "document/NativeSceneFormat.h"
 #include "files/InputFile.h"
 #include "files/JsonInput.h"
+#include "files/SceneDescription.h"
 #include "scene/MeshData.h"
 #include "scene/PlugPath.h"
 #include "scene/Scene.h"
@@ -11,6 +12,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <cmath>
 #include <new>
 
 namespace runtime {
@@ -57,6 +59,8 @@ private:
     Progress m_progress;
     std::string m_problem;
     std::vector<NodePtr> m_nodes;
+    // The level of each node in the hierarchy, 1 for a root.
+    std::vector<int> m_depths;
     // While reading one node's values: the node and the text that names the value read.
     NodePtr m_node;
     std::string m_valueName;
@@ -169,11 +173,15 @@ bool NativeReading::createNode(int index, const NativeJson& json) {
     if (!nodeType || nodeType->isAbstract())
         return fail(where(index) + " is of the unknown type \"" + type->get<std::string>() + "\"");
     Node* parent = nullptr;
+    int depth = 1;
     if (const NativeJson* parentJson = member(json, "parent")) {
         long long parentIndex = 0;
         if (!readInteger(*parentJson, 0, index - 1, parentIndex))
             return fail(where(index) + " has a parent that is not a node before it");
         parent = m_nodes[parentIndex].get();
+        depth = m_depths[parentIndex] + 1;
+        if (depth > kMaxHierarchyDepth)
+            return fail(tooDeepProblem(index));
     } else if (nodeType->isShape()) {
         return fail(where(index) + " is a shape without a parent");
     }
@@ -185,6 +193,7 @@ bool NativeReading::createNode(int index, const NativeJson& json) {
         return fail(where(index) + " has the name \"" + name->get<std::string>() +
                     "\", which another node has already");
     m_nodes.push_back(node);
+    m_depths.push_back(depth);
     return true;
 }
 
@@ -375,6 +384,10 @@ bool NativeReading::readWeights(int index, const NativeJson& json, unsigned infl
             return fail(where(index) + " has a weight count for vertex " + std::to_string(v) +
                         " that is out of range");
         const SkinWeights::Influence* vertexInfluences = influences.data() + entry;
+        if (!std::all_of(values.data() + entry, values.data() + entry + count,
+                         [](double w) { return std::isfinite(w); }))
+            return fail(where(index) + " has a weight that is not finite on vertex " +
+                        std::to_string(v));
         for (std::size_t i = 0; i < count; ++i) {
             if (vertexInfluences[i] >= influenceCount || seen[vertexInfluences[i]])
                 return fail(where(index) + " has an influence out of range or twice on vertex " +

@@ -191,7 +191,13 @@ bool readGltfSkinWeights(const tinygltf::Model& model, int meshIndex,
                     if (weight == 0.0)
                         continue;
                     const std::uint32_t joint = joints[s][4 * v + c];
-                    if (!std::isfinite(weight) || joint >= static_cast<std::uint32_t>(jointCount)) {
+                    if (!std::isfinite(weight)) {
+                        problem = where + " vertex " + std::to_string(v) + " has the weight " +
+                                  QString::number(weight).toStdString() +
+                                  ", which is not a finite number";
+                        return false;
+                    }
+                    if (joint >= static_cast<std::uint32_t>(jointCount)) {
                         problem = where + " vertex " + std::to_string(v) + " has joint " +
                                   std::to_string(joint) + " with weight " +
                                   QString::number(weight).toStdString() + ", but the skin has " +

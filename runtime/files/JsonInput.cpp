@@ -1,14 +1,10 @@
 #include "files/JsonInput.h"
 
-#include <stdexcept>
-
 namespace runtime {
 
 namespace {
 
-struct TooDeep : std::runtime_error {
-    TooDeep() : std::runtime_error("too deep") {}
-};
+using Json = nlohmann::ordered_json;
 
 // nlohmann's messages start with "[json.exception.parse_error.101] "; users need what follows.
 std::string withoutExceptionTag(const std::string& message) {
@@ -20,21 +16,57 @@ std::string withoutExceptionTag(const std::string& message) {
     return message;
 }
 
+// Checks the text's syntax and depth without building anything. The depth cannot be checked
+// by a parse callback: nlohmann's callback parser searches the whole enclosing list after
+// every object, which makes a list of many objects take quadratic time.
+class SyntaxCheck : public nlohmann::json_sax<Json> {
+public:
+    std::string problem;
+
+    bool null() override { return true; }
+    bool boolean(bool) override { return true; }
+    bool number_integer(number_integer_t) override { return true; }
+    bool number_unsigned(number_unsigned_t) override { return true; }
+    bool number_float(number_float_t, const string_t&) override { return true; }
+    bool string(string_t&) override { return true; }
+    bool binary(binary_t&) override { return true; }
+    bool start_object(std::size_t) override { return enter(); }
+    bool key(string_t&) override { return true; }
+    bool end_object() override { return leave(); }
+    bool start_array(std::size_t) override { return enter(); }
+    bool end_array() override { return leave(); }
+    bool parse_error(std::size_t, const std::string&,
+                     const nlohmann::detail::exception& error) override {
+        problem = "it is not valid JSON (" + withoutExceptionTag(error.what()) + ")";
+        return false;
+    }
+
+private:
+    bool enter() {
+        if (++m_depth <= kMaxJsonDepth)
+            return true;
+        problem = "its JSON is nested more than " + std::to_string(kMaxJsonDepth) + " levels deep";
+        return false;
+    }
+    bool leave() {
+        --m_depth;
+        return true;
+    }
+
+    int m_depth = 0;
+};
+
 } // namespace
 
 bool parseJsonDocument(const char* text, std::size_t size, nlohmann::ordered_json& document,
                        std::string& problem) {
-    using Json = nlohmann::ordered_json;
-    auto limitDepth = [](int depth, Json::parse_event_t, Json&) {
-        if (depth > kMaxJsonDepth)
-            throw TooDeep();
-        return true;
-    };
-    try {
-        document = Json::parse(text, text + size, limitDepth);
-    } catch (const TooDeep&) {
-        problem = "its JSON is nested more than " + std::to_string(kMaxJsonDepth) + " levels deep";
+    SyntaxCheck check;
+    if (!Json::sax_parse(text, text + size, &check)) {
+        problem = check.problem;
         return false;
+    }
+    try {
+        document = Json::parse(text, text + size);
     } catch (const Json::exception& error) {
         problem = "it is not valid JSON (" + withoutExceptionTag(error.what()) + ")";
         return false;

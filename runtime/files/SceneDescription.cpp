@@ -217,10 +217,21 @@ std::string skinsProblem(const SceneDescription& scene) {
 
 } // namespace
 
+std::string tooDeepProblem(int node) {
+    return "node " + std::to_string(node) + " is more than " + std::to_string(kMaxHierarchyDepth) +
+           " levels deep in the hierarchy";
+}
+
 std::string firstInconsistency(const SceneDescription& scene) {
-    for (int i = 0; i < static_cast<int>(scene.nodes.size()); ++i)
+    std::vector<int> depths(scene.nodes.size(), 1);
+    for (int i = 0; i < static_cast<int>(scene.nodes.size()); ++i) {
         if (std::string problem = nodeProblem(scene, i); !problem.empty())
             return problem;
+        const int parent = scene.nodes[i].parent;
+        depths[i] = parent < 0 ? 1 : depths[parent] + 1;
+        if (depths[i] > kMaxHierarchyDepth)
+            return tooDeepProblem(i);
+    }
     for (int i = 0; i < static_cast<int>(scene.meshes.size()); ++i)
         if (std::string problem = meshProblem(scene.meshes[i], i); !problem.empty())
             return problem;

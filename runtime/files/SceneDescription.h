@@ -190,8 +190,14 @@ struct SceneDescription {
     std::shared_ptr<const SceneSource> source;
 };
 
+// How deep a file's hierarchy may be: far deeper than any rig, and shallow enough that full path
+// names and code that walks the hierarchy stay in proportion to the file.
+constexpr int kMaxHierarchyDepth = 256;
+std::string tooDeepProblem(int node);
+
 // The first thing that makes the description unusable (an index out of range, a parent after
-// its child, a weight that is not a finite number...), or an empty string when there is none.
+// its child, a hierarchy deeper than kMaxHierarchyDepth, a weight that is not a finite
+// number...), or an empty string when there is none.
 std::string firstInconsistency(const SceneDescription& scene);
 
 } // namespace runtime

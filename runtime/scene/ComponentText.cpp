@@ -79,4 +79,15 @@ HStatus parseComponentText(const std::string& text, ComponentText& component) {
     return HS::kSuccess;
 }
 
+const char* componentKindText(HFn::Type kind) {
+    switch (kind) {
+    case HFn::kMeshEdgeComponent:
+        return "e";
+    case HFn::kMeshPolygonComponent:
+        return "f";
+    default:
+        return "vtx";
+    }
+}
+
 } // namespace runtime

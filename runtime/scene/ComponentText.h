@@ -5,7 +5,8 @@
 // anything malformed (empty object name, unknown kind, missing or unbalanced brackets, signs,
 // numbers beyond 2^31 - 1, a range whose end comes before its start, trailing text) with
 // kInvalidParameter and a message naming the text. looksLikeComponent() tells a component
-// string from a plain name before parsing.
+// string from a plain name before parsing; componentKindText() gives the word of a kind for
+// writing component strings.
 #pragma once
 
 #include "HFn.h"
@@ -30,5 +31,7 @@ struct ComponentText {
 // Whether text has the shape NAME.KIND[...]: an object part, a dot, and a bracket.
 bool looksLikeComponent(const std::string& text);
 HStatus parseComponentText(const std::string& text, ComponentText& component);
+// "vtx", "e" or "f"; "vtx" for any other kind.
+const char* componentKindText(HFn::Type kind);
 
 } // namespace runtime

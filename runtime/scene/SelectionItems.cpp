@@ -25,17 +25,6 @@ std::shared_ptr<ComponentData> copyOf(const ComponentData& component) {
     return std::make_shared<ComponentData>(component);
 }
 
-const char* kindText(HFn::Type kind) {
-    switch (kind) {
-    case HFn::kMeshEdgeComponent:
-        return "e";
-    case HFn::kMeshPolygonComponent:
-        return "f";
-    default:
-        return "vtx";
-    }
-}
-
 unsigned elementCount(const MeshData& mesh, HFn::Type kind) {
     switch (kind) {
     case HFn::kMeshEdgeComponent:
@@ -256,7 +245,8 @@ std::vector<std::string> itemTexts(const Scene& scene, const SelectionItems& ite
             std::string range = std::to_string(elements[start]);
             if (end > start)
                 range += ":" + std::to_string(elements[end]);
-            texts.push_back(name + "." + kindText(component->apiType()) + "[" + range + "]");
+            texts.push_back(name + "." + componentKindText(component->apiType()) + "[" + range +
+                            "]");
             start = end + 1;
         }
     }

@@ -1,5 +1,6 @@
 #include "documentTesting.h"
 
+#include "OutputRecorder.h"
 #include "document/SceneDocument.h"
 #include "document/SkinLockAttributes.h"
 #include "scene/Scene.h"
@@ -59,6 +60,27 @@ void makeLegScene() {
     locks.lockedCells = {{4, {"|rig|hip|knee|ankle", "|rig|hip"}}, {11, {"|rig|hip"}}};
     ASSERT_TRUE(runtime::writeSkinLocks(scene, *cluster, locks));
     runtime::host().get<runtime::UndoQueue>().flush();
+}
+
+std::string openRefusal(const std::string& path) {
+    const Texts before = fixture::sceneState();
+    const unsigned undoable = runtime::host().get<runtime::UndoQueue>().undoCount();
+    const std::string name = runtime::sceneDocument().name();
+    const bool modified = runtime::scene().isModified();
+    OutputRecorder output;
+    EXPECT_FALSE(run("file -f -o \"" + path + "\""));
+    const std::vector<std::string> errors = output.texts(HCommandMessage::kError);
+    const Texts after = fixture::sceneState();
+    EXPECT_TRUE(after == before) << fixture::differences(after, before);
+    EXPECT_EQ(runtime::host().get<runtime::UndoQueue>().undoCount(), undoable);
+    EXPECT_EQ(runtime::sceneDocument().name(), name);
+    EXPECT_EQ(runtime::scene().isModified(), modified);
+    EXPECT_EQ(errors.size(), 1u) << testing::PrintToString(errors);
+    return errors.empty() ? std::string() : errors.front();
+}
+
+std::string readRefusal(const std::string& path, const std::string& problem) {
+    return "Cannot read \"" + path + "\": " + problem + ".";
 }
 
 std::string readText(const std::string& path) {

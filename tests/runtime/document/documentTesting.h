@@ -33,6 +33,12 @@ std::string stringResult(const std::string& text);
 // holding command text, one double NaN), an objectSet of its own, and an empty selection.
 void makeLegScene();
 
+// Opens the file with `file -f -o`, which must fail with exactly one error and leave the scene,
+// its selection, the undo queue, the scene's name and its modified mark as they were; the error.
+std::string openRefusal(const std::string& path);
+// The error of a refused file: "Cannot read "PATH": PROBLEM."
+std::string readRefusal(const std::string& path, const std::string& problem);
+
 std::string readText(const std::string& path);
 void writeText(const std::string& path, const std::string& text);
 

@@ -1,0 +1,13 @@
+createNode transform -n top;
+createNode transform -n child -p top;
+addAttr -ln note -dt "string" top;
+setAttr -type "string" top.note "print \"hello\"";
+addAttr -ln amount -at double -dv 2.5 child;
+connectAttr top.tx child.amount;
+disconnectAttr top.tx child.amount;
+rename child kid;
+parent -w kid;
+delete top;
+ls -type transform;
+undoInfo -q -st;
+flushUndo;

@@ -1,0 +1,11 @@
+polyCube -n box -sx 2 -sy 2 -sz 2;
+joint -p 0 0 0 -n a; joint -p 0 1 0 -n b;
+skinCluster -n boxSkin -mi 2 a b box;
+skinPercent -tv a 0.25 boxSkin box.vtx[0:3];
+skinPercent -nrm true boxSkin box.vtx[*];
+skinPercent -prw 0.1 boxSkin box.vtx[4];
+select -r box.vtx[1] box.e[2:5] box.f[0];
+undo; undo; redo;
+getAttr boxSkin.weightList[0].weights[1];
+setAttr a.tx 3.5;
+print `getAttr a.tx`;

@@ -1,0 +1,1 @@
+joint -n "a;b"; print "unterminated
