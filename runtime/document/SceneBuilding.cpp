@@ -35,6 +35,8 @@ private:
     bool refused(const std::string& what, const HStatus& status) {
         return fail(what + ": " + status.errorString().str());
     }
+    bool runStage(double from, double to, const char* text, std::size_t count,
+                  bool (SceneBuilding::*build)(int));
     bool buildNode(int index);
     bool setTransform(Node& node, const NodeTransform& transform);
     bool buildMesh(Node& parent, int meshIndex);
@@ -58,22 +60,20 @@ private:
 bool SceneBuilding::run() {
     if (std::string problem = firstInconsistency(m_description); !problem.empty())
         return fail("the scene it holds is inconsistent: " + problem);
-    const int nodeCount = static_cast<int>(m_description.nodes.size());
-    m_progress.stage(0.0, 0.5, "Building nodes and meshes");
-    for (int i = 0; i < nodeCount; ++i) {
-        if (!buildNode(i))
+    return runStage(0.0, 0.5, "Building nodes and meshes", m_description.nodes.size(),
+                    &SceneBuilding::buildNode) &&
+           runStage(0.5, 1.0, "Binding skins", m_description.skins.size(),
+                    &SceneBuilding::buildSkin);
+}
+
+// Builds items 0 to count - 1 in order as one stage of the progress; stops at the first refusal
+// or when asked to.
+bool SceneBuilding::runStage(double from, double to, const char* text, std::size_t count,
+                             bool (SceneBuilding::*build)(int)) {
+    m_progress.stage(from, to, text);
+    for (std::size_t i = 0; i < count; ++i)
+        if (!(this->*build)(static_cast<int>(i)) || !m_progress.step(i + 1, count))
             return false;
-        if (!m_progress.step(static_cast<std::uint64_t>(i) + 1, nodeCount))
-            return false;
-    }
-    const int skinCount = static_cast<int>(m_description.skins.size());
-    m_progress.stage(0.5, 1.0, "Binding skins");
-    for (int s = 0; s < skinCount; ++s) {
-        if (!buildSkin(s))
-            return false;
-        if (!m_progress.step(static_cast<std::uint64_t>(s) + 1, skinCount))
-            return false;
-    }
     return true;
 }
 

@@ -16,6 +16,10 @@ std::string withoutExceptionTag(const std::string& message) {
     return message;
 }
 
+std::string notValidJson(const nlohmann::detail::exception& error) {
+    return "it is not valid JSON (" + withoutExceptionTag(error.what()) + ")";
+}
+
 // Checks the text's syntax and depth without building anything. The depth cannot be checked
 // by a parse callback: nlohmann's callback parser searches the whole enclosing list after
 // every object, which makes a list of many objects take quadratic time.
@@ -37,7 +41,7 @@ public:
     bool end_array() override { return leave(); }
     bool parse_error(std::size_t, const std::string&,
                      const nlohmann::detail::exception& error) override {
-        problem = "it is not valid JSON (" + withoutExceptionTag(error.what()) + ")";
+        problem = notValidJson(error);
         return false;
     }
 
@@ -68,7 +72,7 @@ bool parseJsonDocument(const char* text, std::size_t size, nlohmann::ordered_jso
     try {
         document = Json::parse(text, text + size);
     } catch (const Json::exception& error) {
-        problem = "it is not valid JSON (" + withoutExceptionTag(error.what()) + ")";
+        problem = notValidJson(error);
         return false;
     }
     return true;

@@ -29,6 +29,16 @@ protected:
         selectAndLoad("body");
     }
     HFnDependencyNode cluster() const { return HFnDependencyNode(body.clusterObject()); }
+    // One lock of each grain: column 0, the row of vertex 3 and the cell of vertex 1 under
+    // influence 1.
+    void lockColumnRowAndCell() {
+        table->selectColumn(0);
+        clickButton("Lock");
+        table->selectRow(4);
+        clickButton("Lock");
+        selectCells({{2, 1}});
+        QMetaObject::invokeMethod(model, "lockCell");
+    }
     std::vector<std::string> storedJointNames() const {
         HObject data;
         cluster().findPlug("lockedJointNames").getValue(data);
@@ -175,12 +185,7 @@ TEST_F(LockOperations, ContextMenuLocksCellsOnceAndUnlocksThem) {
 }
 
 TEST_F(LockOperations, UnlockAllAndItsKeyboardUndoBringEveryLockBack) {
-    table->selectColumn(0);
-    clickButton("Lock");
-    table->selectRow(4);
-    clickButton("Lock");
-    selectCells({{2, 1}});
-    QMetaObject::invokeMethod(model, "lockCell");
+    lockColumnRowAndCell();
 
     clickButton("UnLock All");
     EXPECT_EQ(jointLock(0), 0);
@@ -228,12 +233,7 @@ TEST_F(LockOperations, EmptyRequestsAreReported) {
 // Locks are only worth setting if they outlive the session: each file format that stores them
 // must give the reopened scene's table the same locked column, row and cell.
 TEST_F(LockOperations, LocksSurviveSavingAndOpeningTheSceneAgain) {
-    table->selectColumn(0);
-    clickButton("Lock");
-    table->selectRow(4);
-    clickButton("Lock");
-    selectCells({{2, 1}});
-    QMetaObject::invokeMethod(model, "lockCell");
+    lockColumnRowAndCell();
 
     QTemporaryDir folder;
     ASSERT_TRUE(folder.isValid());
