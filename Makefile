@@ -19,9 +19,11 @@ build: deps
 run: build
 	@scripts/run-app $(BUILD_DIR)
 
-# The whole suite, then the whole suite again under AddressSanitizer and UBSan.
+# The whole suite, then the whole suite again under AddressSanitizer and UBSan; then the tests
+# that skipped themselves, with their reasons.
 test: deps
 	@$(MAKE) --no-print-directory test-release test-asan
+	@scripts/report-skips $(BUILD_DIR) $(ASAN_DIR)
 
 test-release:
 	@scripts/build $(BUILD_DIR) -DCMAKE_BUILD_TYPE=RelWithDebInfo

@@ -29,6 +29,8 @@ class GltfThroughScene : public DocumentTest {
 protected:
     void SetUp() override {
         DocumentTest::SetUp();
+        SKIP_WITHOUT_TEST_ASSETS();
+        m_source = filetest::assetPath("gltf/RiggedSimple.gltf");
         ASSERT_TRUE(run("file -o \"" + m_source + "\""));
     }
     // The names the host gave the influences of the opened file's skin cluster.
@@ -45,7 +47,7 @@ protected:
         return words;
     }
 
-    const std::string m_source = filetest::assetPath("gltf/RiggedSimple.gltf");
+    std::string m_source;
 };
 
 TEST_F(GltfThroughScene, SavingWhatWasOpenedKeepsTheDocument) {

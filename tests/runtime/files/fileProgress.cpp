@@ -31,6 +31,7 @@ class FileProgress : public filetest::FolderTest {};
 } // namespace
 
 TEST_F(FileProgress, ReadingAndWritingReportRisingFractionsUpToTheEnd) {
+    SKIP_WITHOUT_TEST_ASSETS();
     RecordingReporter reading;
     SceneDescription scene;
     ASSERT_TRUE(readGltf(filetest::assetPath("gltf/RiggedSimple.gltf"), scene, reading).ok());
@@ -47,6 +48,7 @@ TEST_F(FileProgress, ReadingAndWritingReportRisingFractionsUpToTheEnd) {
 }
 
 TEST_F(FileProgress, CancelledReadLeavesTheSceneAsItWas) {
+    SKIP_WITHOUT_TEST_ASSETS();
     for (const char* stage : {"Reading the file", "Reading meshes", "Reading skin weights"}) {
         RecordingReporter stop(stage);
         SceneDescription scene;
@@ -61,6 +63,7 @@ TEST_F(FileProgress, CancelledReadLeavesTheSceneAsItWas) {
 }
 
 TEST_F(FileProgress, CancelledWriteLeavesThePreviousFile) {
+    SKIP_WITHOUT_TEST_ASSETS();
     SceneDescription scene;
     ASSERT_TRUE(readGltf(filetest::assetPath("gltf/SimpleSkin.gltf"), scene).ok());
     ASSERT_TRUE(writeGltf(scene, path("scene.gltf")).ok());

@@ -41,6 +41,7 @@ class GltfRoundTrip : public filetest::FolderTest {};
 } // namespace
 
 TEST_F(GltfRoundTrip, UnchangedSceneKeepsEverythingButTheBinaryLayout) {
+    SKIP_WITHOUT_TEST_ASSETS();
     for (const char* sample : {"gltf/RiggedSimple.gltf", "gltf/SimpleSkin.gltf"}) {
         for (const char* extension : {".gltf", ".glb"}) {
             const std::string source = filetest::assetPath(sample);
@@ -58,6 +59,7 @@ TEST_F(GltfRoundTrip, UnchangedSceneKeepsEverythingButTheBinaryLayout) {
 }
 
 TEST_F(GltfRoundTrip, EditedWeightsChangeOnlyTheirAccessors) {
+    SKIP_WITHOUT_TEST_ASSETS();
     const std::string source = filetest::assetPath("gltf/RiggedSimple.gltf");
     SceneDescription scene = filetest::readScene(source);
     SparseSkinWeights& weights = scene.skins[0].weights;
@@ -180,6 +182,7 @@ TEST_F(GltfRoundTrip, FreshDocumentKeepsHierarchyTransformsAndGeometry) {
 }
 
 TEST_F(GltfRoundTrip, HostChangesTouchOnlyTheNodesTheyConcern) {
+    SKIP_WITHOUT_TEST_ASSETS();
     const std::string source = filetest::assetPath("gltf/RiggedSimple.gltf");
     SceneDescription scene = filetest::readScene(source);
     const int joint = scene.skins[0].joints[1];
@@ -251,6 +254,7 @@ TEST_F(GltfRoundTrip, InstancesWithDifferentWeightsGetTheirOwnMesh) {
 }
 
 TEST_F(GltfRoundTrip, ChangedPolygonsWriteTheMeshAnewWithAWarning) {
+    SKIP_WITHOUT_TEST_ASSETS();
     SceneDescription scene = filetest::readScene(filetest::assetPath("gltf/SimpleSkin.gltf"));
     scene.meshes[0].polygonSizes.pop_back();
     scene.meshes[0].polygonVertices.resize(scene.meshes[0].polygonVertices.size() - 3);
@@ -265,6 +269,7 @@ TEST_F(GltfRoundTrip, ChangedPolygonsWriteTheMeshAnewWithAWarning) {
 }
 
 TEST_F(GltfRoundTrip, MovedPointsRewriteOnlyThePositions) {
+    SKIP_WITHOUT_TEST_ASSETS();
     const std::string source = filetest::assetPath("gltf/SimpleSkin.gltf");
     SceneDescription scene = filetest::readScene(source);
     scene.meshes[0].points[9] = {0.5, 3.0, 0.25};

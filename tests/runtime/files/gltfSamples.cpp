@@ -7,6 +7,7 @@
 using namespace runtime;
 
 TEST(GltfSamples, SimpleSkinReadsItsStripOfTenVerticesOnTwoJoints) {
+    SKIP_WITHOUT_TEST_ASSETS();
     SceneDescription scene = filetest::readScene(filetest::assetPath("gltf/SimpleSkin.gltf"));
     ASSERT_EQ(scene.nodes.size(), 3u);
     ASSERT_EQ(scene.meshes.size(), 1u);
@@ -38,6 +39,7 @@ TEST(GltfSamples, SimpleSkinReadsItsStripOfTenVerticesOnTwoJoints) {
 }
 
 TEST(GltfSamples, RiggedSimpleReadsItsCylinderWithWeightsAsStored) {
+    SKIP_WITHOUT_TEST_ASSETS();
     SceneDescription scene = filetest::readScene(filetest::assetPath("gltf/RiggedSimple.gltf"));
     ASSERT_EQ(scene.meshes.size(), 1u);
     ASSERT_EQ(scene.skins.size(), 1u);

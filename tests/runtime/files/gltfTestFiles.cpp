@@ -43,8 +43,16 @@ int addView(GltfFile& file, const std::vector<unsigned char>& bytes, int target)
 
 } // namespace
 
+std::string testAssetsFolder() {
+    return VOREL_TEST_ASSETS;
+}
+
+bool testAssetsPresent() {
+    return QFileInfo(QString::fromStdString(testAssetsFolder())).isDir();
+}
+
 std::string assetPath(const std::string& name) {
-    std::string path = std::string(VOREL_TEST_ASSETS) + "/" + name;
+    std::string path = testAssetsFolder() + "/" + name;
     // Thrown, so that the test fails here with the reason instead of reading an empty scene.
     if (!QFileInfo::exists(QString::fromStdString(path)))
         throw std::runtime_error("missing test asset " + path +

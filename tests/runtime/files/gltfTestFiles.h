@@ -15,8 +15,14 @@ namespace filetest {
 
 using Json = nlohmann::ordered_json;
 
+// The shared test assets folder, which sits beside the checkout and not inside it: a bare clone
+// of the repository has none.
+std::string testAssetsFolder();
+bool testAssetsPresent();
+
 // A file of the shared test assets, by its path below the assets folder ("gltf/SimpleSkin.gltf");
-// throws std::runtime_error, which fails the test, when the file is not there.
+// throws std::runtime_error, which fails the test, when the file is not there. Tests that call it
+// begin with SKIP_WITHOUT_TEST_ASSETS(), so that only a file missing from a present folder fails.
 std::string assetPath(const std::string& name);
 // A file of Debian's import library test models ("X/Testwuson.X").
 std::string importModelPath(const std::string& name);
@@ -74,3 +80,10 @@ runtime::SparseSkinWeights withVertexWeights(const runtime::SparseSkinWeights& w
                                              const std::vector<runtime::SkinWeight>& entries);
 
 } // namespace filetest
+
+// Skips the calling test (or fixture set-up) when the shared test assets folder is absent, naming
+// the folder it looked for; CTest shows such a test as skipped.
+#define SKIP_WITHOUT_TEST_ASSETS()                                                              \
+    if (!filetest::testAssetsPresent())                                                          \
+    GTEST_SKIP() << "needs the shared test assets folder " << filetest::testAssetsFolder()      \
+                 << ", which is not beside this checkout"

@@ -20,6 +20,7 @@ protected:
 } // namespace
 
 TEST_F(GltfValidator, FindsNoErrorInAnyKindOfWrittenFile) {
+    SKIP_WITHOUT_TEST_ASSETS();
     // A sample read back and edited: unnormalised weights, more influences than four.
     SceneDescription rigged = filetest::readScene(filetest::assetPath("gltf/RiggedSimple.gltf"));
     rigged.skins[0].weights =

@@ -26,7 +26,11 @@ public:
 
 class MonitoredFileWork : public ::testing::Test {
 protected:
-    void SetUp() override { monitor().setDisplay(&display); }
+    void SetUp() override {
+        SKIP_WITHOUT_TEST_ASSETS();
+        path = filetest::assetPath("gltf/SimpleSkin.gltf");
+        monitor().setDisplay(&display);
+    }
     void TearDown() override { monitor().setDisplay(nullptr); }
     static runtime::ProgressMonitor& monitor() {
         return runtime::host().get<runtime::ProgressMonitor>();
@@ -36,7 +40,7 @@ protected:
         return runtime::readGltf(path, scene, progress);
     }
 
-    const std::string path = filetest::assetPath("gltf/SimpleSkin.gltf");
+    std::string path;
     WatchingDisplay display;
 };
 
