@@ -10,7 +10,8 @@
 // in its destructor. Construction has no failure of its own.
 //
 // Construction is in vorelWindowConstruction.cpp, the control slots in vorelWindowActions.cpp,
-// the table's selection, context menu and key handling in vorelWindowTable.cpp.
+// the table's selection, context menu and key handling in vorelWindowTable.cpp, and the sizes
+// that grow to fit the texts in vorelWindowSizes.cpp.
 #pragma once
 
 #include <QItemSelection>
@@ -93,8 +94,24 @@ public slots:
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;
+    // A new font fits the controls again.
+    void changeEvent(QEvent* event) override;
 
 private:
+    // The sizes the window is built with, in pixels. Each is a minimum: a control grows when
+    // its text needs more room in the font it is drawn with (fitControlsToText).
+    static constexpr int kButtonWidth = 140;
+    static constexpr int kOperationBoxHeight = 24;
+    static constexpr int kMaxInfluenceEditWidth = 30;
+    static constexpr int kPrecisionEditWidth = 50;
+    static constexpr int kValueEditWidth = 70;
+    static constexpr int kLineLabelWidth = 160;
+    static constexpr int kLineEditWidth = 70;
+    // The columns' width at three decimal places; each place more adds 7 pixels.
+    static constexpr int kColumnWidth = 40;
+    static constexpr int kRowHeight = 21;
+    static int minimumColumnWidth(int places);
+
     // One label, edit box and slider line of the flood and smoothing row.
     struct ValueLine {
         QLabel* label = nullptr;
@@ -136,6 +153,11 @@ private:
     static void setToggleQuietly(QPushButton* button, bool checked);
     // After the precision changed by the keyboard: columns, header size and value controls.
     void finishPrecisionChange();
+    // Grows the columns, labels, buttons and boxes to fit the widest texts they show at the
+    // current decimal places in their fonts, and shrinks them back to no less than their
+    // built sizes (vorelWindowSizes.cpp). Runs at construction, on every change of the
+    // places and of the font.
+    void fitControlsToText();
     // The value box and slider as the keyboard undo and redo of a value edit leave them.
     void showValueForStep();
 

@@ -26,7 +26,6 @@
 
 namespace {
 
-const int kButtonWidth = 140;
 const char* const kCheckedButtonStyle =
     "QPushButton:checked { background-color: lightGray; color: black}";
 
@@ -71,6 +70,7 @@ vorelWindow::vorelWindow(QWidget* parent) : QMainWindow(parent) {
     setWindowTitle("Vorel");
     setGeometry(200, 200, 500, 700);
     createCommands();
+    fitControlsToText();
 }
 
 vorelWindow::~vorelWindow() {
@@ -95,11 +95,11 @@ void vorelWindow::createTable() {
     tableModel = new weightTableModel(this);
     tableView->setModel(tableModel);
     tableModel->setTableView(tableView);
-    tableView->verticalHeader()->setDefaultSectionSize(21);
+    tableView->verticalHeader()->setDefaultSectionSize(kRowHeight);
 
     columnHeader = new weightColumnHeaderView(Qt::Horizontal);
     tableView->setHorizontalHeader(columnHeader);
-    columnHeader->setDefaultSectionSize(40);
+    columnHeader->setDefaultSectionSize(minimumColumnWidth(decimalPlaces));
     columnHeader->setSectionsClickable(true);
     columnHeader->setSelectionMode(QAbstractItemView::ExtendedSelection);
     columnHeader->setHighlightSections(true);
@@ -143,7 +143,7 @@ QHBoxLayout* vorelWindow::createMaxInfluenceRow() {
     maxInfluenceLabel = new QLabel("Max influences: ");
     maxInfluenceEdit = new QLineEdit("4");
     maxInfluenceEdit->setObjectName("maxInfluenceEdit");
-    maxInfluenceEdit->setMaximumWidth(30);
+    maxInfluenceEdit->setMaximumWidth(kMaxInfluenceEditWidth);
     maxInfluenceEdit->installEventFilter(this);
     applyInfluenceButton = createButton("Apply", "ApplyInfluence");
 
@@ -182,7 +182,7 @@ QVBoxLayout* vorelWindow::createLoadAndLockRows() {
 QHBoxLayout* vorelWindow::createPrecisionRow() {
     precisionLabel = new QLabel("Enter number of decimal places: ");
     precisionEdit = new QLineEdit("0.001");
-    precisionEdit->setFixedWidth(50);
+    precisionEdit->setFixedWidth(kPrecisionEditWidth);
     precisionEdit->installEventFilter(this);
     roundButton = createButton("Round", "RoundPrecision");
 
@@ -207,7 +207,7 @@ QHBoxLayout* vorelWindow::createValueRow() {
     valueGroup->installEventFilter(this);
 
     valueEdit = new QLineEdit();
-    valueEdit->setFixedWidth(70);
+    valueEdit->setFixedWidth(kValueEditWidth);
     valueEdit->installEventFilter(this);
 
     valueSlider = new QSlider(Qt::Horizontal);
@@ -234,10 +234,10 @@ vorelWindow::ValueLine vorelWindow::createValueLine(const QString& label, const 
                                                     int minimum, int maximum, int value) {
     ValueLine line;
     line.label = new QLabel(label);
-    line.label->setFixedWidth(160);
+    line.label->setFixedWidth(kLineLabelWidth);
     line.label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     line.edit = new QLineEdit(text);
-    line.edit->setFixedWidth(70);
+    line.edit->setFixedWidth(kLineEditWidth);
     line.edit->installEventFilter(this);
     line.slider = new QSlider(Qt::Horizontal);
     line.slider->setFixedWidth(110);
@@ -271,7 +271,7 @@ QHBoxLayout* vorelWindow::createFloodRow() {
     }
 
     floodOperationBox = new QComboBox();
-    floodOperationBox->setFixedHeight(24);
+    floodOperationBox->setFixedHeight(kOperationBoxHeight);
     floodOperationBox->setFixedWidth(kButtonWidth);
     floodOperationBox->addItems(
         {"Smooth Skin Weight", "Smooth(Per Influence)", "Replace(Per Influence)"});

@@ -211,7 +211,7 @@ bool vorelWindow::redoLastControl() {
 void vorelWindow::finishPrecisionChange() {
     tableModel->setUpColumn();
     tableView->resizeColumnsToContents();
-    columnHeader->setDefaultSectionSize(40 + 7 * std::max(0, decimalPlaces - 3));
+    fitControlsToText();
     resetValueControls();
 }
 

@@ -5,6 +5,7 @@
 #include "core/DisplayRefresh.h"
 
 #include <QCheckBox>
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QOpenGLContext>
@@ -47,7 +48,7 @@ Viewport::Viewport(CommandRunner& runner, QWidget* parent)
     connect(m_unnormalisedToggle, &QCheckBox::toggled, this, [this] { update(); });
 
     m_refreshSubscription =
-        runtime::host().get<runtime::DisplayRefresh>().subscribe([this] { repaint(); });
+        runtime::host().get<runtime::DisplayRefresh>().subscribe([this] { drawNow(); });
 }
 
 Viewport::~Viewport() {
@@ -58,6 +59,14 @@ Viewport::~Viewport() {
     // Destroying the context may deliver pending paint events (off screen it flushes the
     // window system's queue); the widget must not draw while it goes.
     setUpdatesEnabled(false);
+}
+
+void Viewport::drawNow() {
+    // repaint() leaves the frame to the event loop when the window was drawn less than a
+    // screen refresh ago (Qt spaces out the compositions of a window with OpenGL in it), so the
+    // request it posts is delivered here instead.
+    update();
+    QCoreApplication::sendPostedEvents(window(), QEvent::UpdateRequest);
 }
 
 bool Viewport::showUnnormalised() const {

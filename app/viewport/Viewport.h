@@ -63,6 +63,8 @@ protected:
 private:
     enum class Drag { kNone, kOrbit, kPan, kDolly, kSelect };
 
+    // Draws the next frame and shows it before returning, as `refresh` asks.
+    void drawNow();
     void releaseGl();
     void paintOverlay();
     std::vector<const MeshDrawData*> pickable();

@@ -1,5 +1,6 @@
 // The Vorel window as it opens: its controls with their texts, sizes, ranges and defaults, the
-// order of its rows, its table and headers, and its menu.
+// order of its rows, its table and headers, and its menu. Sizes are minimums, which a control
+// exceeds only when its text needs the room (wholeTexts.cpp): buttons keep one width.
 #include "OutputRecorder.h"
 #include "vorelSession.h"
 
@@ -67,10 +68,11 @@ TEST_F(WindowLayout, ButtonsHaveTheirTextsNamesAndWidths) {
         QPushButton* pushButton = window->findChild<QPushButton*>(name);
         ASSERT_NE(pushButton, nullptr) << name.toStdString();
         EXPECT_EQ(pushButton->text(), text);
-        EXPECT_EQ(pushButton->width(), 140);
+        EXPECT_GE(pushButton->width(), 140);
     }
-    for (const QString text : {"Filter", "Highlight", "Lock", "UnLock", "UnLock All"})
-        EXPECT_EQ(button(text)->width(), 140) << text.toStdString();
+    const int width = button("LoadComponent")->width();
+    for (const QString text : {"Filter", "Highlight", "Lock", "UnLock", "UnLock All", "Round"})
+        EXPECT_EQ(button(text)->width(), width) << text.toStdString();
     for (const QString text : {"Filter", "Highlight"}) {
         EXPECT_TRUE(button(text)->isCheckable());
         EXPECT_FALSE(button(text)->isChecked());
@@ -83,13 +85,13 @@ TEST_F(WindowLayout, EditBoxesAndSlidersStartAtTheirDefaults) {
     QLineEdit* maxInfluences = window->findChild<QLineEdit*>("maxInfluenceEdit");
     ASSERT_NE(maxInfluences, nullptr);
     EXPECT_EQ(maxInfluences->text(), "4");
-    EXPECT_EQ(maxInfluences->maximumWidth(), 30);
+    EXPECT_GE(maxInfluences->maximumWidth(), 30);
     EXPECT_EQ(editBeside("Max influences: "), maxInfluences);
 
     QLineEdit* precision = editBeside("Enter number of decimal places: ");
     ASSERT_NE(precision, nullptr);
     EXPECT_EQ(precision->text(), "0.001");
-    EXPECT_EQ(precision->width(), 50);
+    EXPECT_GE(precision->width(), 50);
 
     struct Line {
         QString label, text;
@@ -105,10 +107,10 @@ TEST_F(WindowLayout, EditBoxesAndSlidersStartAtTheirDefaults) {
         QLineEdit* edit = editBeside(line.label);
         QSlider* slider = sliderBeside(line.label);
         ASSERT_TRUE(label && edit && slider);
-        EXPECT_EQ(label->width(), 160);
+        EXPECT_GE(label->width(), 160);
         EXPECT_TRUE(label->alignment() & Qt::AlignRight);
         EXPECT_EQ(edit->text(), line.text);
-        EXPECT_EQ(edit->width(), 70);
+        EXPECT_GE(edit->width(), 70);
         EXPECT_EQ(slider->width(), 110);
         EXPECT_EQ(slider->minimum(), line.minimum);
         EXPECT_EQ(slider->maximum(), line.maximum);
@@ -134,7 +136,7 @@ TEST_F(WindowLayout, ValueRowStartsRelativeAtZero) {
     EXPECT_EQ(slider->tickPosition(), QSlider::TicksBothSides);
     bool emptyValueBox = false;
     for (QLineEdit* edit : window->findChildren<QLineEdit*>())
-        emptyValueBox |= edit->width() == 70 && edit->text().isEmpty();
+        emptyValueBox |= edit->width() >= 70 && edit->text().isEmpty();
     EXPECT_TRUE(emptyValueBox);
 }
 
@@ -146,8 +148,8 @@ TEST_F(WindowLayout, FloodOperationsStartWithSmoothSkinWeight) {
     EXPECT_EQ(operations->itemText(1), "Smooth(Per Influence)");
     EXPECT_EQ(operations->itemText(2), "Replace(Per Influence)");
     EXPECT_EQ(operations->currentIndex(), 0);
-    EXPECT_EQ(operations->width(), 140);
-    EXPECT_EQ(operations->height(), 24);
+    EXPECT_GE(operations->width(), 140);
+    EXPECT_GE(operations->height(), 24);
 }
 
 TEST_F(WindowLayout, RowsStandInTheirOrderAboveTheTable) {
@@ -170,7 +172,7 @@ TEST_F(WindowLayout, RowsStandInTheirOrderAboveTheTable) {
 
 TEST_F(WindowLayout, TableHasItsRotatedColumnHeaderAndSectionSizes) {
     EXPECT_TRUE(table->horizontalHeader()->inherits("weightColumnHeaderView"));
-    EXPECT_EQ(table->horizontalHeader()->defaultSectionSize(), 40);
+    EXPECT_GE(table->horizontalHeader()->defaultSectionSize(), 40);
     EXPECT_TRUE(table->horizontalHeader()->sectionsClickable());
     EXPECT_TRUE(table->horizontalHeader()->highlightSections());
     // Rows are 21 pixels high, unless the font needs more (Qt keeps a row as tall as its text).

@@ -1,7 +1,8 @@
-// A picture of the window with a loaded sample, saved in the build tree for anyone to look at:
-// two meshes sharing an influence, a locked column, a vertex that does not sum to one (red) and
-// a vertex over the influence limit (yellow row header). The test also checks, on the picture,
-// that those colours reach the screen.
+// Pictures of the window, saved in the build tree's pictures folder for anyone to look at: the
+// sample character's body as a user first sees it, and a small table that shows every colour
+// (two meshes sharing an influence, a locked column, a vertex that does not sum to one in red,
+// a vertex over the influence limit with a yellow row header), whose colours the test also
+// finds on the picture.
 #include "HFnDependencyNode.h"
 #include "HFnStringArrayData.h"
 #include "HPlug.h"
@@ -10,6 +11,7 @@
 #include <QAbstractItemModel>
 #include <QColor>
 #include <QDir>
+#include <QFileInfo>
 #include <QHeaderView>
 #include <QImage>
 #include <QLayout>
@@ -21,6 +23,17 @@
 namespace {
 
 using WindowScreenshot = vorel::VorelWindowTest;
+
+// Saves the window's picture as NAME in the pictures folder and gives the picture.
+QImage savePicture(QWidget* window, const QString& name) {
+    const QImage picture = window->grab().toImage();
+    QDir folder(VOREL_PICTURE_DIR);
+    EXPECT_TRUE(folder.mkpath("."));
+    const QString path = folder.filePath(name);
+    EXPECT_TRUE(picture.save(path)) << path.toStdString();
+    std::cout << "The window's picture: " << path.toStdString() << std::endl;
+    return picture;
+}
 
 // The colour near the middle of the right edge of a rectangle given in `from`'s coordinates,
 // where no text is drawn.
@@ -63,19 +76,9 @@ TEST_F(WindowScreenshot, ShowsTheLoadedSampleWithItsColours) {
         HFnStringArrayData().create(HStringArray(1, body.jointPath(3).fullPathName()))));
     clickButton("LoadComponent");
     ASSERT_EQ(model->rowCount(), 11);
-    // The size of a common desktop font, so that the weights fit the columns' default width.
-    QFont desktop = window->font();
-    desktop.setPixelSize(11);
-    window->setFont(desktop);
-    window->resize(620, 760);
+    window->resize(760, 760);
     window->centralWidget()->layout()->activate();
-
-    const QImage picture = window->grab().toImage();
-    const QString path = QDir(VOREL_SCREENSHOT_DIR).filePath("vorel-window.png");
-    ASSERT_TRUE(picture.save(path));
-    std::cout << "The window's picture: " << path.toStdString() << std::endl;
-    RecordProperty("picture", path.toStdString());
-    EXPECT_FALSE(QImage(path).isNull());
+    const QImage picture = savePicture(window, "vorel-window-colours.png");
 
     QHeaderView* rows = table->verticalHeader();
     auto rowHeaderRect = [&](int row) {
@@ -88,4 +91,19 @@ TEST_F(WindowScreenshot, ShowsTheLoadedSampleWithItsColours) {
         near(colorAt(picture, cells, window, table->visualRect(model->index(5, 3))), Qt::gray));
     EXPECT_TRUE(
         near(colorAt(picture, cells, window, table->visualRect(model->index(1, 0))), Qt::darkCyan));
+}
+
+TEST_F(WindowScreenshot, PicturesTheSampleCharactersBody) {
+    ASSERT_TRUE(vorel::run("file -f -o \"" VOREL_SAMPLES_DIR "/character.vscene\""));
+    selectAndLoad("body");
+    ASSERT_EQ(rowNames().value(1), "vtx[0]");
+    window->show();
+    window->resize(680, 800);
+    window->centralWidget()->layout()->activate();
+    savePicture(window, "vorel-window.png");
+
+    const QFileInfo file(QDir(VOREL_PICTURE_DIR).filePath("vorel-window.png"));
+    ASSERT_TRUE(file.exists());
+    EXPECT_GT(file.size(), 0);
+    EXPECT_EQ(QImage(file.filePath()).size(), window->size() * window->devicePixelRatioF());
 }
