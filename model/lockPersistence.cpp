@@ -53,7 +53,7 @@ void addCellLockAttribute(HFnDependencyNode& node) {
 void weightTableModel::checkLockAttr() {
     lockedColumns.clear();
     lockedRows.clear();
-    lockedCells.clear();
+    clearLockedCells();
     for (unsigned shape = 0; shape < skinClusters.length(); ++shape) {
         const HObject& cluster = skinClusters[shape];
         readJointLocks(cluster);
@@ -126,7 +126,7 @@ void weightTableModel::readCellLocks(const HObject& cluster, unsigned shape) {
             const int column = columnOfInfluenceName(name);
             const int row = rows.value(static_cast<int>(vertex), -1);
             if (column != -1 && row != -1)
-                lockedCells.append(QList<int>{row, column});
+                addLockedCell(row, column);
         }
     }
 }

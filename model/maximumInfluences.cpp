@@ -21,7 +21,9 @@ void weightTableModel::setMaxValue(int maxNum) {
     // Only the row headers show the limit.
     const QModelIndexList rows = selectedRows();
     if (rows.isEmpty()) {
-        emit headerDataChanged(Qt::Vertical, 0, rowCount() - 1);
+        // An empty table has no header to repaint.
+        if (rowCount() > 0)
+            emit headerDataChanged(Qt::Vertical, 0, rowCount() - 1);
         return;
     }
     for (const QModelIndex& row : rows)
