@@ -221,13 +221,18 @@ void weightTableModel::unlockRow(int row) {
 }
 
 bool weightTableModel::lockCellAt(int row, int column) {
-    HObject cluster;
-    int vertex = 0;
     if (isShapeRow(row)) {
         HGlobal::displayInfo(kShapeRowLock);
         return false;
     }
-    const HString path = influencePathOfColumn(column);
+    storeCellLock(row, column, influencePathOfColumn(column));
+    emit dataChanged(index(row, column), index(row, column));
+    return true;
+}
+
+void weightTableModel::storeCellLock(int row, int column, const HString& path) {
+    HObject cluster;
+    int vertex = 0;
     if (vertexOfLockRow(row, cluster, vertex) && path.length() != 0) {
         HPlug joints = cellLockPlug(cluster, vertex);
         bool present = false;
@@ -237,10 +242,8 @@ bool weightTableModel::lockCellAt(int row, int column) {
         if (!present)
             joints.elementByLogicalIndex(count).setString(path);
     }
-    emit dataChanged(index(row, column), index(row, column));
     if (!isLockedCell(row, column))
         addLockedCell(row, column);
-    return true;
 }
 
 void weightTableModel::unlockCellAt(int row, int column) {
@@ -277,9 +280,13 @@ bool weightTableModel::unlockOneCell(int row, int column) {
     }
     if (lockedColumns.contains(column)) {
         unlockColumn(column);
+        // A column holds a cell per vertex: its path is found, and the views told, once.
+        const HString path = influencePathOfColumn(column);
         for (int r = 0; r < weightRows.size(); ++r)
             if (r != row && !isShapeRow(r))
-                lockCellAt(r, column);
+                storeCellLock(r, column, path);
+        if (rowCount() > 0)
+            emit dataChanged(index(0, column), index(rowCount() - 1, column));
         return true;
     }
     return false;

@@ -46,15 +46,7 @@ void weightTableModel::onSceneOpened() {
     influenceColumns.clear();
     updateRowNamesKey();
     forgetTableCopies();
-    undoWeightRows.clear();
-    undoRowNames.clear();
-    undoInfluenceNames.clear();
-    undoInfluenceColors.clear();
-    undoSkinClusters.clear();
-    undoShapePaths.clear();
-    undoShapeComponents.clear();
-    undoInfluencePaths.clear();
-    undoInfluenceColumns.clear();
+    forgetUndoCopies();
     lockedColumns.clear();
     lockedRows.clear();
     clearLockedCells();

@@ -89,6 +89,18 @@ void weightTableModel::forgetTableCopies() {
     releasedCells.clear();
 }
 
+void weightTableModel::forgetUndoCopies() {
+    undoWeightRows.clear();
+    undoRowNames.clear();
+    undoInfluenceNames.clear();
+    undoInfluenceColors.clear();
+    undoSkinClusters.clear();
+    undoShapePaths.clear();
+    undoShapeComponents.clear();
+    undoInfluencePaths.clear();
+    undoInfluenceColumns.clear();
+}
+
 void weightTableModel::appendSceneRows(WeightRows& rows, unsigned shape, const HObject& vertices,
                                        const WeightRows& reuse, SceneRows kind, bool& correcting) {
     const int columns = static_cast<int>(influencePaths.length());

@@ -211,9 +211,11 @@ private:
     // never used with another table's rows.
     void updateRowNamesKey();
     bool matchesTable(const WeightRows& rows, quint64 rowsKey) const;
-    // Drops the undo and redo copies, the unrounded weights and the rounded list: they belong
-    // to a table that is no longer shown.
+    // Drops the redo copies, the unrounded weights, the rounded list and the locks released by
+    // "UnLock All": they belong to a table that is no longer shown. The undo copies, which a
+    // load fills with the table it replaces, go only with the scene they belong to.
     void forgetTableCopies();
+    void forgetUndoCopies();
     void appendSceneRows(WeightRows& rows, unsigned shape, const HObject& vertices,
                          const WeightRows& reuse, SceneRows kind, bool& correcting);
     // The load's correction of one rounded vertex row; false when the pass must stop.
@@ -277,6 +279,9 @@ private:
     bool lockRow(int row);
     void unlockRow(int row);
     bool lockCellAt(int row, int column);
+    // Stores the cell's lock on its vertex (the influence's full path given) and lists it,
+    // without repainting.
+    void storeCellLock(int row, int column, const HString& path);
     void unlockCellAt(int row, int column);
     // Takes the cell's influence out of the locks stored for its vertex, and repaints it.
     void releaseStoredCellLock(int row, int column);

@@ -22,22 +22,11 @@ using weightWriting::wholeShapeComponent;
 
 namespace {
 
-// Per element of the shape's component, its table row: the shape's vertex rows found by their
-// marker. False (nothing found) when the table does not hold one row per element.
-bool rowsOfElements(const QVector<int>& shapeRows, const HObject& component, QVector<int>& rows) {
-    rows = shapeRows;
+// Whether the shape's vertex rows (found by their marker, in table order) give one row per
+// element of the shape's component, the j-th row to the j-th element.
+bool rowsFitComponent(const QVector<int>& rows, const HObject& component) {
     return static_cast<unsigned>(rows.size()) ==
            HFnSingleIndexedComponent(component).elementCount();
-}
-
-// The table columns of the cluster's influences, by full path.
-QVector<int> columnsOfInfluences(const weightTableModel& model, const HObject& cluster) {
-    HDagPathArray influences;
-    HFnSkinCluster(cluster).influenceObjects(influences);
-    QVector<int> columns;
-    for (unsigned k = 0; k < influences.length(); ++k)
-        columns.append(model.columnOfInfluence(influences[k]));
-    return columns;
 }
 
 } // namespace
@@ -110,11 +99,11 @@ bool vorelCmd::prepareRound() {
         weightRows::vertexRowsByShape(weightRows, shapePaths.length());
     for (unsigned shape = 0; shape < shapePaths.length(); ++shape) {
         const HObject component = wholeShapeComponent(shapePaths[shape], shapeComponents[shape]);
-        const QVector<int> columns = columnsOfInfluences(*editorModel, skinClusters[shape]);
+        const QVector<int> columns = influenceColumns(skinClusters[shape]).columnOfInfluence;
         const int count = columns.size();
-        QVector<int> rows;
+        const QVector<int>& rows = rowsOfShape[static_cast<int>(shape)];
         HDoubleArray values;
-        bool found = rowsOfElements(rowsOfShape[static_cast<int>(shape)], component, rows);
+        bool found = rowsFitComponent(rows, component);
         values.setLength(found ? static_cast<unsigned>(rows.size() * count) : 0);
         for (int j = 0; found && j < rows.size(); ++j) {
             const WeightRow& row = weightRows.at(rows[j]);
@@ -239,8 +228,8 @@ bool vorelCmd::prepareColumnDrag() {
         if (k == -1)
             continue;
         const HObject component = wholeShapeComponent(shapePaths[shape], shapeComponents[shape]);
-        QVector<int> rows;
-        if (!rowsOfElements(rowsOfShape[static_cast<int>(shape)], component, rows)) {
+        const QVector<int>& rows = rowsOfShape[static_cast<int>(shape)];
+        if (!rowsFitComponent(rows, component)) {
             // Nothing is written when some vertex has no row to move from.
             targetPaths.clear();
             clusterNodes.clear();
