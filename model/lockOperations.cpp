@@ -10,6 +10,7 @@
 #include "HStringArray.h"
 #include "weightTableModel.h"
 #include "weightTableView.h"
+#include "weightWriting.h"
 
 #include <QItemSelectionModel>
 
@@ -163,12 +164,8 @@ void weightTableModel::followHostLocks() {
     // joint locks stored on the skin clusters are not: where the host's undo or redo took such
     // a command back or made it again, the stored lock is changed to match.
     for (WrittenJointLock& written : writtenJointLocks) {
-        const HObject node = written.influence.node();
-        if (node.isNull())
-            continue;
-        const bool locked =
-            HFnDependencyNode(node).findPlug("lockInfluenceWeights", true).asInt() != 0;
-        if (locked == written.locked)
+        const bool locked = weightWriting::influenceLockedInHost(written.influence);
+        if (locked == written.locked || written.influence.node().isNull())
             continue;
         const HString path = written.influence.fullPathName();
         for (unsigned i = 0; i < written.clusters.length(); ++i)

@@ -7,7 +7,8 @@
 // - locked influences, rows and cells keep their weights;
 // - Round writes the shown values exactly as they are shown, and no shown weight is negative;
 // - the table shows what the skin clusters hold, rounded;
-// - a column the table shows locked, or stores as locked, is locked in the host;
+// - a column the table shows locked is locked in the host, also after the host's undo and redo
+//   of its lock and after loading meshes whose stored locks were released meanwhile;
 // - undo and redo reach, bit for bit, the weights each undo position had, except where one
 //   command wrote two cells of one vertex: its undo restores the cells in write order, so the
 //   vertex keeps the weights of its first write (it must still sum to one).
@@ -636,15 +637,8 @@ protected:
         }
     }
 
-    // A column locked in the table (shown locked, or its influence stored in
-    // "lockedJointNames") is locked in the host, where normalisation honours it, also after
-    // the host's undo or redo of the lock command.
+    // A column the table shows locked is locked in the host, where normalisation honours it.
     void checkTableLocksInHost() {
-        for (size_t m = 0; m < meshes.size(); ++m)
-            for (size_t k = 0; k < meshes[m].joints.size(); ++k)
-                if (storedColumnLock(m, int(k)) && !hostLocked(m, int(k)))
-                    violation("influence " + std::to_string(k) + " of mesh " + std::to_string(m) +
-                              " is stored as locked but is not locked in the host");
         for (const auto& [column, influence] : layout.columns)
             if (columnHeader(column, Qt::BackgroundRole) == QVariant(QColor(Qt::gray)) &&
                 !hostLocked(influence.first, influence.second))
