@@ -152,8 +152,7 @@ void weightTableModel::unlockColumn(int column) {
 
 void weightTableModel::recordJointLockCommand(int column, bool locked) {
     const HDagPath& influence = influencePaths[static_cast<unsigned>(column)];
-    WrittenJointLock& written =
-        writtenJointLocks[HQtUtil::toQString(influence.fullPathName())];
+    WrittenJointLock& written = writtenJointLocks[HQtUtil::toQString(influence.fullPathName())];
     written.influence = influence;
     written.clusters = skinClusters;
     written.locked = locked;

@@ -131,8 +131,7 @@ void weightTableModel::appendSceneRows(WeightRows& rows, unsigned shape, const H
             const unsigned used = std::min<unsigned>(count, elementOf.size());
             if (kind == SceneRows::kRoundedForDisplay && ordered) {
                 if (weightRounding::fillRoundedRow(cells, row.size(), elementOf.data(), weights,
-                                                   used,
-                                                   precision, tolerance, correcting) ==
+                                                   used, precision, tolerance, correcting) ==
                     weightRounding::Correction::kNoPositiveWeight)
                     correcting = correctRoundedRow(row, tolerance);
                 appendReusing(rows, row, reuse);

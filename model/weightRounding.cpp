@@ -37,8 +37,7 @@ void giveRemainderInRow(WeightRow& row, int position, double others, const LockT
 
 } // namespace
 
-void giveRemainder(double* cells, int size, int position, double others,
-                   const LockTest& isLocked) {
+void giveRemainder(double* cells, int size, int position, double others, const LockTest& isLocked) {
     if (1.0 - others >= 0.0) {
         cells[position] = 1.0 - others;
         return;

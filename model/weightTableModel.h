@@ -250,9 +250,6 @@ private:
     // Editing operations.
     // Reads the vertices of many cells back, as updateWeightListAtIndex does one by one.
     void refreshVertexCells(const QModelIndexList& cells);
-    // Whether a row's lock, or a locked cell or influence holding weight in it, keeps its
-    // number of influences.
-    bool rowLimitIsLocked(int row) const;
     // The one shape whose selected vertices are smoothed, or -1 after reporting why none.
     int smoothedShape(const QModelIndexList& cells, const QModelIndexList& rows) const;
 

@@ -53,7 +53,6 @@ protected:
         QVector<int> influenceOfColumn; // per column, the first influence of its name (-1: none)
     };
 
-
     // The model's loaded objects, table and lock lists, copied before any preparation.
     void copyModel();
 
@@ -69,7 +68,7 @@ protected:
                       bool checkRows);
     bool prepareColumnDrag();
     // The table's columns of the cluster's influences and the reverse, as the model has them.
-    InfluenceColumns influenceColumns(const HObject& cluster) const;
+    InfluenceColumns clusterColumns(const HObject& cluster) const;
     bool preparePaintSmoothing();
     bool prepareWeightSmoothing();
 

@@ -49,8 +49,7 @@ bool vorelCmd::prepareLimitInfluences() {
         }
         // Each cluster's influences are looked up once, not once per row.
         if (!limitColumns.contains(shape))
-            limitColumns.insert(shape,
-                                influenceColumns(skinClusters[static_cast<unsigned>(shape)]));
+            limitColumns.insert(shape, clusterColumns(skinClusters[static_cast<unsigned>(shape)]));
         const int count = limitColumns.value(shape).columnOfInfluence.size();
         int vertex = 0;
         if (!vertexOfRow(*editorModel, r, vertex)) {
@@ -73,7 +72,7 @@ bool vorelCmd::prepareLimitInfluences() {
     return true;
 }
 
-vorelCmd::InfluenceColumns vorelCmd::influenceColumns(const HObject& cluster) const {
+vorelCmd::InfluenceColumns vorelCmd::clusterColumns(const HObject& cluster) const {
     InfluenceColumns lookups;
     HDagPathArray influences;
     HFnSkinCluster(cluster).influenceObjects(influences);
@@ -99,7 +98,7 @@ bool vorelCmd::prepareRound() {
         weightRows::vertexRowsByShape(weightRows, shapePaths.length());
     for (unsigned shape = 0; shape < shapePaths.length(); ++shape) {
         const HObject component = wholeShapeComponent(shapePaths[shape], shapeComponents[shape]);
-        const QVector<int> columns = influenceColumns(skinClusters[shape]).columnOfInfluence;
+        const QVector<int> columns = clusterColumns(skinClusters[shape]).columnOfInfluence;
         const int count = columns.size();
         const QVector<int>& rows = rowsOfShape[static_cast<int>(shape)];
         HDoubleArray values;

@@ -93,8 +93,8 @@ TEST_F(PrecisionRounding, RoundKeepsEveryVertexNormalisedWhenTheLastWeightWouldG
     runtime::NodePtr joints[4];
     for (int j = 0; j < 4; ++j)
         joints[j] = scene().createNode("joint", "leg" + std::to_string(j));
-    fixture::SkinnedMesh leg = vorel::bindMesh(
-        "leg", {joints[0], joints[1], joints[2], joints[3]}, {{0.35, 0.35, 0.25, 0.05}});
+    fixture::SkinnedMesh leg = vorel::bindMesh("leg", {joints[0], joints[1], joints[2], joints[3]},
+                                               {{0.35, 0.35, 0.25, 0.05}});
     selectAndLoad("leg");
     vorel::enter(controls->precisionEdit, "0.1");
     // 0.4 + 0.4 + 0.3 leave -0.1 to the last weight: the largest weight takes the remainder.

@@ -12,8 +12,8 @@
 
 namespace {
 
-using vorel::MeshWeights;
 using vorel::everyVertexWeights;
+using vorel::MeshWeights;
 
 class TableUndoCopies : public vorel::VorelControlsTest {
 protected:

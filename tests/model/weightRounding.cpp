@@ -104,9 +104,9 @@ TEST(LoadedRowRounding, OnePassFillEqualsTheSeparateSteps) {
         const Correction expected = weightRounding::absorbIntoLastWeight(separate, tolerance);
 
         WeightRow onePass(13, 0.0);
-        const Correction got = weightRounding::fillRoundedRow(
-            onePass.data(), onePass.size(), elementOf.data(), weights.data(), 12, 3, tolerance,
-            true);
+        const Correction got =
+            weightRounding::fillRoundedRow(onePass.data(), onePass.size(), elementOf.data(),
+                                           weights.data(), 12, 3, tolerance, true);
         ASSERT_EQ(got, expected) << trial;
         ASSERT_EQ(onePass, separate) << trial;
     }

@@ -15,14 +15,13 @@
 
 namespace {
 
-using vorel::MeshWeights;
 using vorel::everyVertexWeights;
+using vorel::MeshWeights;
 
 class EditRecords : public vorel::VorelControlsTest {
 protected:
     // Every vertex's weights as the table shows them, read back as numbers.
-    MeshWeights shownWeights(int headerRow, unsigned vertices, int firstColumn,
-                             int columns) const {
+    MeshWeights shownWeights(int headerRow, unsigned vertices, int firstColumn, int columns) const {
         MeshWeights shown;
         for (unsigned v = 0; v < vertices; ++v) {
             shown.emplace_back();

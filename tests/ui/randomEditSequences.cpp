@@ -332,16 +332,19 @@ protected:
         return passed;
     }
 
+    // A locked weight counts as the vertex holds it, also where the table shows it as 0.
     bool refusedForLocks(int row) const {
+        const Vertex vertex = layout.rows.at(row);
+        const std::vector<double> held = vorel::weightsOf(meshes[vertex.first], vertex.second);
         bool wholeRow = true;
         bool lockedWeight = false;
         for (const auto& [column, influence] : layout.columns) {
-            if (influence.first != layout.rows.at(row).first)
+            if (influence.first != vertex.first)
                 continue;
             const bool locked =
                 cellData(row, column, Qt::BackgroundRole) == QVariant(QColor(Qt::gray));
             wholeRow = wholeRow && locked;
-            lockedWeight = lockedWeight || (locked && cellText(row, column).toDouble() > 0.0);
+            lockedWeight = lockedWeight || (locked && held[size_t(influence.second)] > 0.0);
         }
         return wholeRow || lockedWeight;
     }
@@ -429,8 +432,7 @@ protected:
             selectAndLoad(selection);
         }
         layout = readLayout();
-        return {StepKind::kDisplayOnly,
-                std::string(automatic ? "select " : "load ") + selection};
+        return {StepKind::kDisplayOnly, std::string(automatic ? "select " : "load ") + selection};
     }
 
     // A shape takes another name, sometimes one another shape has; undoable.
