@@ -42,25 +42,27 @@ void giveRemainder(double* cells, int size, int position, double others, const L
         cells[position] = 1.0 - others;
         return;
     }
-    // The other positive weights, unlocked before locked, largest first, leftmost first.
+    // The other unlocked positive weights, largest first, leftmost first.
     QVarLengthArray<int, 64> takers;
     for (int i = 1; i < size; ++i)
-        if (i != position && cells[i] > 0.0)
+        if (i != position && cells[i] > 0.0 && !isLocked(i - 1))
             takers.append(i);
-    std::stable_sort(takers.begin(), takers.end(), [&](int a, int b) {
-        const bool lockedA = isLocked(a - 1), lockedB = isLocked(b - 1);
-        return lockedA != lockedB ? lockedB : cells[a] > cells[b];
-    });
+    std::stable_sort(takers.begin(), takers.end(),
+                     [&](int a, int b) { return cells[a] > cells[b]; });
     double total = others + cells[position];
-    for (int taker : takers) {
-        const double rest = total - cells[taker];
+    for (int k = 0; k < takers.size(); ++k) {
+        const double rest = total - cells[takers[k]];
         if (1.0 - rest >= 0.0) {
-            cells[taker] = 1.0 - rest;
+            // The larger ones before this one give all they have.
+            for (int emptied = 0; emptied < k; ++emptied)
+                cells[takers[emptied]] = 0.0;
+            cells[takers[k]] = 1.0 - rest;
             return;
         }
         total = rest;
-        cells[taker] = 0.0;
     }
+    // Not every unlocked weight together holds what the row has too much: the vertex is not
+    // normalised, and its row stays as rounded.
 }
 
 void roundPositiveWeights(WeightRow& row, int precision) {

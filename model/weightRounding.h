@@ -5,7 +5,8 @@
 //
 // A weight that takes the remainder never goes below zero: when it would, it keeps its rounded
 // value and the row's largest unlocked weight takes the remainder instead (then the next
-// largest, should one not be enough), so that every row still sums to one.
+// largest, should one not be enough), so that the row still sums to one. A row whose unlocked
+// weights together cannot take it (a vertex far from normalised) stays as rounded.
 //
 // Pure functions on one row; they write an element only when its value changes, so that a row
 // shared with an undo copy stays shared when rounding leaves it as it is. Failures are returned

@@ -137,6 +137,10 @@ TEST(RemainderRounding, ARemainderBelowZeroGoesToTheLargestUnlockedWeight) {
     EXPECT_EQ(row[0], 0.0);
     EXPECT_NEAR(row[1], 0.1, 1e-15);
     EXPECT_NEAR(std::accumulate(row.begin(), row.end(), 0.0), 1.0, 1e-15);
+    // A row its unlocked weights cannot bring to one (a vertex far from normalised) stays as
+    // rounded, locked weights untouched.
+    row = give(vertexRow({0.2, 0.2, 0.9}), 2, {2});
+    EXPECT_EQ(row, (std::vector<double>{0.2, 0.2, 0.9}));
     // A remainder of zero or more stays where it belongs.
     row = give(vertexRow({0.5, 0.3, 0.1}), 3, {});
     EXPECT_NEAR(row[2], 0.2, 1e-15);
