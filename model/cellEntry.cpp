@@ -67,7 +67,7 @@ bool weightTableModel::setData(const QModelIndex& editedIndex, const QVariant& v
         updateWeightListAtIndex(cell);
     if (editedIndex.isValid() && editedIndex.row() < weightRows.size() &&
         editedIndex.column() + 1 < weightRows.at(editedIndex.row()).size())
-        currentCellValue = weightRows.at(editedIndex.row()).at(editedIndex.column() + 1);
+        topRightValue = weightRows.at(editedIndex.row()).at(editedIndex.column() + 1);
     setUpColumn();
     return true;
 }

@@ -6,9 +6,11 @@
 #include "HFnStringArrayData.h"
 #include "HGlobal.h"
 #include "HPlug.h"
+#include "HQtUtil.h"
 #include "HStringArray.h"
 #include "weightTableModel.h"
 #include "weightTableView.h"
+#include "weightWriting.h"
 
 #include <QItemSelectionModel>
 
@@ -89,7 +91,10 @@ bool weightTableModel::isShapeRow(int row) const {
 bool weightTableModel::vertexOfLockRow(int row, HObject& cluster, int& vertex) const {
     if (isShapeRow(row) || !vertexIndexOfRowName(headerData(row, Qt::Vertical).toString(), vertex))
         return false;
-    cluster = skinClusters[static_cast<unsigned>(weightRows.at(row).at(0))];
+    const int shape = loadedShapeOfRow(row);
+    if (shape == -1)
+        return false;
+    cluster = skinClusters[static_cast<unsigned>(shape)];
     return true;
 }
 
@@ -127,6 +132,8 @@ void weightTableModel::lockColumn(int column, bool storeName) {
         HGlobal::executeCommand(lockCommand(path, ".lockInfluenceWeights 1"), false, true);
         for (unsigned shape = 0; storeName && shape < skinClusters.length(); ++shape)
             editJointNames(skinClusters[shape], path, true);
+        if (storeName)
+            recordJointLockCommand(column, true);
     }
     notifyColumnLock(column);
 }
@@ -138,8 +145,42 @@ void weightTableModel::unlockColumn(int column) {
         HGlobal::executeCommand(lockCommand(path, ".lockInfluenceWeights 0"), false, true);
         for (unsigned shape = 0; shape < skinClusters.length(); ++shape)
             editJointNames(skinClusters[shape], path, false);
+        recordJointLockCommand(column, false);
         notifyColumnLock(column);
     }
+}
+
+void weightTableModel::recordJointLockCommand(int column, bool locked) {
+    const HDagPath& influence = influencePaths[static_cast<unsigned>(column)];
+    WrittenJointLock& written = writtenJointLocks[HQtUtil::toQString(influence.fullPathName())];
+    written.influence = influence;
+    written.clusters = skinClusters;
+    written.locked = locked;
+}
+
+void weightTableModel::followHostLocks() {
+    // The lock and unlock commands of influences are entries of the host's undo queue, but the
+    // joint locks stored on the skin clusters are not: where the host's undo or redo took such
+    // a command back or made it again, the stored lock is changed to match.
+    for (WrittenJointLock& written : writtenJointLocks) {
+        const bool locked = weightWriting::influenceLockedInHost(written.influence);
+        if (locked == written.locked || written.influence.node().isNull())
+            continue;
+        const HString path = written.influence.fullPathName();
+        for (unsigned i = 0; i < written.clusters.length(); ++i)
+            if (!written.clusters[i].isNull())
+                editJointNames(written.clusters[i], path, locked);
+        written.locked = locked;
+    }
+    if (weightRows.isEmpty())
+        return;
+    checkLockAttr();
+    const int lastColumn = columnCount() - 1;
+    if (lastColumn >= 0) {
+        emit dataChanged(index(0, 0), index(rowCount() - 1, lastColumn));
+        emit headerDataChanged(Qt::Horizontal, 0, lastColumn);
+    }
+    emit headerDataChanged(Qt::Vertical, 0, rowCount() - 1);
 }
 
 bool weightTableModel::lockRow(int row) {
@@ -176,13 +217,18 @@ void weightTableModel::unlockRow(int row) {
 }
 
 bool weightTableModel::lockCellAt(int row, int column) {
-    HObject cluster;
-    int vertex = 0;
     if (isShapeRow(row)) {
         HGlobal::displayInfo(kShapeRowLock);
         return false;
     }
-    const HString path = influencePathOfColumn(column);
+    storeCellLock(row, column, influencePathOfColumn(column));
+    emit dataChanged(index(row, column), index(row, column));
+    return true;
+}
+
+void weightTableModel::storeCellLock(int row, int column, const HString& path) {
+    HObject cluster;
+    int vertex = 0;
     if (vertexOfLockRow(row, cluster, vertex) && path.length() != 0) {
         HPlug joints = cellLockPlug(cluster, vertex);
         bool present = false;
@@ -192,14 +238,16 @@ bool weightTableModel::lockCellAt(int row, int column) {
         if (!present)
             joints.elementByLogicalIndex(count).setString(path);
     }
-    emit dataChanged(index(row, column), index(row, column));
     if (!isLockedCell(row, column))
-        lockedCells.append(QList<int>{row, column});
-    return true;
+        addLockedCell(row, column);
 }
 
 void weightTableModel::unlockCellAt(int row, int column) {
-    lockedCells.removeAll(QList<int>{row, column});
+    removeLockedCell(row, column);
+    releaseStoredCellLock(row, column);
+}
+
+void weightTableModel::releaseStoredCellLock(int row, int column) {
     HObject cluster;
     int vertex = 0;
     const HString path = influencePathOfColumn(column);
@@ -228,9 +276,13 @@ bool weightTableModel::unlockOneCell(int row, int column) {
     }
     if (lockedColumns.contains(column)) {
         unlockColumn(column);
+        // A column holds a cell per vertex: its path is found, and the views told, once.
+        const HString path = influencePathOfColumn(column);
         for (int r = 0; r < weightRows.size(); ++r)
             if (r != row && !isShapeRow(r))
-                lockCellAt(r, column);
+                storeCellLock(r, column, path);
+        if (rowCount() > 0)
+            emit dataChanged(index(0, column), index(rowCount() - 1, column));
         return true;
     }
     return false;
@@ -294,9 +346,9 @@ void weightTableModel::newUnlockAll() {
             HGlobal::displayInfo(kShapeRowLock);
             return;
         }
-        unlockCellAt(cell[0], cell[1]);
+        releaseStoredCellLock(cell[0], cell[1]);
     }
-    lockedCells.clear();
+    clearLockedCells();
 }
 
 void weightTableModel::relockReleased() {

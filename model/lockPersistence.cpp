@@ -13,6 +13,7 @@
 #include "HGlobal.h"
 #include "HStringArray.h"
 #include "weightTableModel.h"
+#include "weightWriting.h"
 
 namespace {
 
@@ -53,7 +54,7 @@ void addCellLockAttribute(HFnDependencyNode& node) {
 void weightTableModel::checkLockAttr() {
     lockedColumns.clear();
     lockedRows.clear();
-    lockedCells.clear();
+    clearLockedCells();
     for (unsigned shape = 0; shape < skinClusters.length(); ++shape) {
         const HObject& cluster = skinClusters[shape];
         readJointLocks(cluster);
@@ -72,9 +73,15 @@ void weightTableModel::readJointLocks(const HObject& cluster) {
     HObject data;
     node.findPlug("lockedJointNames", true).getValue(data);
     const HStringArray names = HFnStringArrayData(data).array();
-    // A name that is no column of this table gives -1, which matches no column.
-    for (unsigned i = 0; i < names.length(); ++i)
-        lockedColumns.append(columnOfInfluenceName(names[i]));
+    // A name that is no column of this table gives -1, which matches no column. A stored lock
+    // whose influence the host no longer holds locked (unlocked while this cluster was not
+    // loaded, or by the host's undo) locks nothing: the column follows the host.
+    for (unsigned i = 0; i < names.length(); ++i) {
+        const int column = columnOfInfluenceName(names[i]);
+        if (column == -1 ||
+            weightWriting::influenceLockedInHost(influencePaths[static_cast<unsigned>(column)]))
+            lockedColumns.append(column);
+    }
 }
 
 bool weightTableModel::readVertexLocks(const HObject& cluster, unsigned shape) {
@@ -126,7 +133,7 @@ void weightTableModel::readCellLocks(const HObject& cluster, unsigned shape) {
             const int column = columnOfInfluenceName(name);
             const int row = rows.value(static_cast<int>(vertex), -1);
             if (column != -1 && row != -1)
-                lockedCells.append(QList<int>{row, column});
+                addLockedCell(row, column);
         }
     }
 }

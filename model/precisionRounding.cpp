@@ -2,6 +2,7 @@
 // rounded again from the unrounded weights read from the scene, so lowering and raising the
 // precision never loses digits; only "Round" writes rounded weights back.
 #include "HGlobal.h"
+#include "weightRounding.h"
 #include "weightTableModel.h"
 
 using namespace weightRows;
@@ -11,7 +12,8 @@ void weightTableModel::setPrecision(int precisionNum) {
         HGlobal::displayError("The precision value is not set up correctly.");
         return;
     }
-    if (fullPrecisionRows.isEmpty()) {
+    // Unrounded weights of another table are none for this one.
+    if (!matchesTable(fullPrecisionRows, fullPrecisionKey)) {
         HGlobal::displayError("There is no weight list data.");
         return;
     }
@@ -34,7 +36,8 @@ void weightTableModel::setPrecision(int precisionNum) {
     }
 
     // Unlike the rounding after a load there is no tolerance: the last positive cell always
-    // takes the remainder, since the unrounded vertex was what the scene holds.
+    // takes the remainder, since the unrounded vertex was what the scene holds. No lock can
+    // exist here, so every weight may take it.
     for (WeightRow& row : weightRows) {
         if (!isVertexRow(row))
             continue;
@@ -55,12 +58,14 @@ void weightTableModel::setPrecision(int precisionNum) {
             HGlobal::displayError("There is something wrong accessing weight data.");
             return;
         }
-        row[lastPosition] = 1.0 - sumBeforeLast;
+        weightRounding::giveRemainder(row.data(), row.size(), lastPosition, sumBeforeLast,
+                                      [](int) { return false; });
     }
     emit layoutChanged();
 }
 
 void weightTableModel::applyPrecision() {
     pendingRoundedRows = weightRows;
+    pendingRoundedKey = rowNamesKey;
     HGlobal::executeCommand("vorelCmd -round", true, true);
 }

@@ -40,8 +40,23 @@ void weightTableModel::onSceneOpened() {
     influencePaths.clear();
     influenceNames.clear();
     weightRows.clear();
-    emit layoutChanged();
+    // Everything kept of the old scene's tables names objects that are gone.
+    rowNames.clear();
+    influenceColors.clear();
+    influenceColumns.clear();
+    updateRowNamesKey();
+    forgetTableCopies();
+    forgetUndoCopies();
+    lockedColumns.clear();
+    lockedRows.clear();
+    clearLockedCells();
+    writtenJointLocks.clear();
+    finishLayoutChange();
     sceneJustOpened = true;
+}
+
+void weightTableModel::undoRedoCallback(void* model) {
+    static_cast<weightTableModel*>(model)->followHostLocks();
 }
 
 void weightTableModel::onSelectionChanged() {

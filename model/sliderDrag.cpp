@@ -79,7 +79,7 @@ void weightTableModel::dragCells(double value, bool absolute) {
         if (index.row() < reference.row())
             reference = index;
     const double before = weightRows[reference.row()][reference.column() + 1];
-    const double delta = value - (before - currentCellValue);
+    const double delta = value - (before - topRightValue);
 
     snapshotWeightRows();
     pendingValues.clear();
@@ -91,7 +91,7 @@ void weightTableModel::dragCells(double value, bool absolute) {
 
     refreshVertexCells(kept);
     emit topRightCellDataChanged(weightRows[reference.row()][reference.column() + 1], before,
-                                 currentCellValue);
+                                 topRightValue);
     setUpColumn();
 }
 
@@ -116,7 +116,7 @@ void weightTableModel::dragColumn(double value, bool absolute) {
         if (column + 1 < weightRows[row].size() && weightRows[row][column + 1] >= 0.0)
             referenceRow = row;
     const double before = referenceRow == -1 ? 0.0 : weightRows[referenceRow][column + 1];
-    sliderDelta = value - (before - currentCellValue);
+    sliderDelta = value - (before - topRightValue);
 
     snapshotWeightRows();
     pendingColumn = column;
@@ -130,6 +130,6 @@ void weightTableModel::dragColumn(double value, bool absolute) {
             cells.append(index(row, column));
     refreshVertexCells(cells);
     const double after = referenceRow == -1 ? 0.0 : weightRows[referenceRow][column + 1];
-    emit topRightCellDataChanged(after, before, currentCellValue);
+    emit topRightCellDataChanged(after, before, topRightValue);
     setUpColumn();
 }

@@ -4,7 +4,6 @@
 // row are looked up once, and the views hear of the change once. Anything unusual about a
 // cell goes through updateWeightListAtIndex, which reports it.
 #include "HDoubleArray.h"
-#include "HFnDagNode.h"
 #include "HFnSingleIndexedComponent.h"
 #include "HFnSkinCluster.h"
 #include "HQtUtil.h"
@@ -23,7 +22,6 @@ struct ShapeReadBack {
     HFnSkinCluster cluster;
     // Per influence index, the row element holding its weight (0: not a column).
     std::vector<int> elementOf;
-    QString name;
 };
 
 } // namespace
@@ -60,11 +58,9 @@ void weightTableModel::refreshVertexCells(const QModelIndexList& cells) {
             readBack.cluster.influenceObjects(influences);
             for (unsigned i = 0; i < influences.length(); ++i)
                 readBack.elementOf.push_back(columnOfInfluence(influences[i]) + 1);
-            readBack.name = HQtUtil::toQString(HFnDagNode(shapePaths[shape]).name());
         }
         const int shapeRow = headerAbove[row];
-        if (shapeRow == -1 ||
-            HQtUtil::toQString(rowNames[static_cast<unsigned>(shapeRow)]) != readBack.name) {
+        if (shapeRow == -1) {
             updateWeightListAtIndex(cell);
             continue;
         }

@@ -5,6 +5,10 @@
 // Copies share rows (the rows are implicitly shared vectors), and both the rebuild and the
 // cache keep the rows that did not change, so that each undo copy and each command holds only
 // what its edit changed.
+//
+// Each copy remembers the row names of the table it was taken from (as one number): a copy of
+// another table is never shown beside the current shapes or written into them; a table undo
+// that finds one behaves as with an empty copy.
 #include "HDagPathArray.h"
 #include "HFnSkinCluster.h"
 #include "HGlobal.h"
@@ -43,6 +47,58 @@ void weightTableModel::snapshotWeightRows() {
     // Rows are shared, not copied: the snapshot stays as it is while the table's rows detach
     // on their next change.
     undoWeightRows = weightRows;
+    undoRowsKey = rowNamesKey;
+}
+
+void weightTableModel::updateRowNamesKey() {
+    // FNV-1a over every name and its end.
+    quint64 key = 14695981039346656037ull;
+    const auto mix = [&key](unsigned char byte) {
+        key ^= byte;
+        key *= 1099511628211ull;
+    };
+    for (unsigned i = 0; i < rowNames.length(); ++i) {
+        const HString& name = rowNames[i];
+        const char* text = name.asChar();
+        for (unsigned c = 0; c < name.length(); ++c)
+            mix(static_cast<unsigned char>(text[c]));
+        mix(0);
+    }
+    rowNamesKey = key;
+}
+
+bool weightTableModel::matchesTable(const WeightRows& rows, quint64 rowsKey) const {
+    return !rows.isEmpty() && rowsKey == rowNamesKey &&
+           static_cast<unsigned>(rows.size()) == rowNames.length();
+}
+
+void weightTableModel::forgetTableCopies() {
+    redoWeightRows.clear();
+    fullPrecisionRows.clear();
+    pendingRoundedRows.clear();
+    redoRowNames.clear();
+    redoInfluenceNames.clear();
+    redoInfluenceColors.clear();
+    redoSkinClusters.clear();
+    redoShapePaths.clear();
+    redoShapeComponents.clear();
+    redoInfluencePaths.clear();
+    redoInfluenceColumns.clear();
+    releasedColumns.clear();
+    releasedRows.clear();
+    releasedCells.clear();
+}
+
+void weightTableModel::forgetUndoCopies() {
+    undoWeightRows.clear();
+    undoRowNames.clear();
+    undoInfluenceNames.clear();
+    undoInfluenceColors.clear();
+    undoSkinClusters.clear();
+    undoShapePaths.clear();
+    undoShapeComponents.clear();
+    undoInfluencePaths.clear();
+    undoInfluenceColumns.clear();
 }
 
 void weightTableModel::appendSceneRows(WeightRows& rows, unsigned shape, const HObject& vertices,
@@ -74,8 +130,8 @@ void weightTableModel::appendSceneRows(WeightRows& rows, unsigned shape, const H
             std::copy(rowTemplate.constBegin(), rowTemplate.constEnd(), cells);
             const unsigned used = std::min<unsigned>(count, elementOf.size());
             if (kind == SceneRows::kRoundedForDisplay && ordered) {
-                if (weightRounding::fillRoundedRow(cells, elementOf.data(), weights, used,
-                                                   precision, tolerance, correcting) ==
+                if (weightRounding::fillRoundedRow(cells, row.size(), elementOf.data(), weights,
+                                                   used, precision, tolerance, correcting) ==
                     weightRounding::Correction::kNoPositiveWeight)
                     correcting = correctRoundedRow(row, tolerance);
                 appendReusing(rows, row, reuse);
@@ -120,6 +176,7 @@ void weightTableModel::cacheFullPrecisionWeights() {
     if (shapePaths.length() == 0)
         return;
     fullPrecisionRows = readSceneRows(previous, SceneRows::kMarkedFullPrecision);
+    fullPrecisionKey = rowNamesKey;
 }
 
 void weightTableModel::rebuildWeightRows() {
@@ -155,12 +212,20 @@ void weightTableModel::markShapeRows() {
     finishShape();
 }
 
+void weightTableModel::finishLayoutChange() {
+    // Persistent indexes (the views' selection) that fall outside the table as it now is go.
+    for (const QModelIndex& index : persistentIndexList())
+        if (index.row() >= rowCount() || index.column() >= columnCount())
+            changePersistentIndex(index, QModelIndex());
+    emit layoutChanged();
+}
+
 void weightTableModel::notifyWholeTable(int previousRows) {
     const int lastRow = weightRows.size() - 1;
     // A list of another length needs the views to take in the new shape first.
     if (previousRows != weightRows.size() || lastRow < 1) {
         emit layoutAboutToBeChanged();
-        emit layoutChanged();
+        finishLayoutChange();
     }
     if (lastRow < 1)
         return;
@@ -178,24 +243,28 @@ void weightTableModel::notifyWholeTable(int previousRows) {
 }
 
 void weightTableModel::restoreRedoRows() {
+    const bool ours = matchesTable(redoWeightRows, redoRowsKey);
     snapshotWeightRows();
     emit layoutAboutToBeChanged();
-    weightRows = redoWeightRows;
+    weightRows = ours ? redoWeightRows : WeightRows();
     if (weightRows.isEmpty())
         HGlobal::displayError(kRestoreFailed);
-    emit layoutChanged();
+    finishLayoutChange();
 }
 
 void weightTableModel::restoreRedoRowsAndRefresh() {
     const int previousRows = weightRows.size();
+    const bool ours = matchesTable(redoWeightRows, redoRowsKey);
     snapshotWeightRows();
-    weightRows = redoWeightRows;
+    weightRows = ours ? redoWeightRows : WeightRows();
     refreshRestoredRows(previousRows);
 }
 
 void weightTableModel::exchangeWithUndoRows() {
+    const bool ours = matchesTable(undoWeightRows, undoRowsKey);
     redoWeightRows = weightRows;
-    weightRows = undoWeightRows;
+    redoRowsKey = rowNamesKey;
+    weightRows = ours ? undoWeightRows : WeightRows();
 }
 
 void weightTableModel::restoreUndoRows() {
@@ -203,7 +272,7 @@ void weightTableModel::restoreUndoRows() {
     exchangeWithUndoRows();
     if (weightRows.isEmpty())
         HGlobal::displayError(kRestoreFailed);
-    emit layoutChanged();
+    finishLayoutChange();
 }
 
 void weightTableModel::restoreUndoRowsAndRefresh() {
@@ -217,7 +286,7 @@ void weightTableModel::refreshRestoredRows(int previousRows) {
         HGlobal::displayError(kRestoreFailed);
         if (previousRows != 0) {
             emit layoutAboutToBeChanged();
-            emit layoutChanged();
+            finishLayoutChange();
         }
         return;
     }
@@ -268,9 +337,13 @@ void weightTableModel::restoreRedoShapes() {
 
 void weightTableModel::restoreUndoLoad() {
     beginResetModel();
+    const quint64 shownKey = rowNamesKey;
     restoreUndoHeaders();
     restoreUndoShapes();
-    exchangeWithUndoRows();
+    updateRowNamesKey();
+    redoWeightRows = weightRows;
+    redoRowsKey = shownKey;
+    weightRows = matchesTable(undoWeightRows, undoRowsKey) ? undoWeightRows : WeightRows();
     if (weightRows.isEmpty())
         HGlobal::displayError(kRestoreFailed);
     else
@@ -280,10 +353,11 @@ void weightTableModel::restoreUndoLoad() {
 
 void weightTableModel::restoreRedoLoad() {
     beginResetModel();
+    snapshotWeightRows();
     restoreRedoHeaders();
     restoreRedoShapes();
-    snapshotWeightRows();
-    weightRows = redoWeightRows;
+    updateRowNamesKey();
+    weightRows = matchesTable(redoWeightRows, redoRowsKey) ? redoWeightRows : WeightRows();
     if (weightRows.isEmpty())
         HGlobal::displayError(kRestoreFailed);
     else
@@ -300,13 +374,14 @@ void weightTableModel::undoMaxInfluence() {
     const int lastRow = rowCount() - 1;
     if (lastRow < 0)
         HGlobal::displayError(kNoBottomRight);
-    emit headerDataChanged(Qt::Vertical, 0, lastRow);
+    else
+        emit headerDataChanged(Qt::Vertical, 0, lastRow);
 }
 
 void weightTableModel::undoApplyPrecision() {
-    writeWeightRowsToScene(fullPrecisionRows);
+    writeWeightRowsToScene(fullPrecisionRows, fullPrecisionKey);
 }
 
 void weightTableModel::redoApplyPrecision() {
-    writeWeightRowsToScene(pendingRoundedRows);
+    writeWeightRowsToScene(pendingRoundedRows, pendingRoundedKey);
 }

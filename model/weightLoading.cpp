@@ -76,6 +76,10 @@ void weightTableModel::refreshSkinClusterData() {
         if (skinClusters.length() != 0 && shapePaths.length() != 0)
             for (unsigned shape = 0; shape < shapePaths.length(); ++shape)
                 appendShapeRows(shape);
+        // What was kept of the previous table belongs to it; only the load's own undo copies
+        // (the previous table whole) stay.
+        updateRowNamesKey();
+        forgetTableCopies();
     }
     rebuildColumnLabels();
     if (!weightRows.isEmpty())
@@ -145,7 +149,13 @@ void weightTableModel::rebuildColumnLabels() {
     }
 }
 
-void weightTableModel::writeWeightRowsToScene(const WeightRows& rows) {
+void weightTableModel::writeWeightRowsToScene(const WeightRows& rows, quint64 rowsKey) {
+    if (rows.isEmpty())
+        return;
+    if (!matchesTable(rows, rowsKey)) {
+        HGlobal::displayError("There is a problem with restoring weight data.");
+        return;
+    }
     for (int r = 0; r < rows.size(); ++r) {
         const WeightRow& row = rows[r];
         if (!isVertexRow(row))

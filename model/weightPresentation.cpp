@@ -137,14 +137,30 @@ Qt::ItemFlags weightTableModel::flags(const QModelIndex& index) const {
 }
 
 bool weightTableModel::hasLocks() const {
-    return !lockedColumns.isEmpty() || !lockedRows.isEmpty() || !lockedCells.isEmpty();
+    // A stored joint lock whose influence is no column of this table (-1) locks nothing.
+    for (int column : lockedColumns)
+        if (column >= 0)
+            return true;
+    return !lockedRows.isEmpty() || !lockedCells.isEmpty();
 }
 
 bool weightTableModel::isLockedCell(int row, int column) const {
-    for (const QList<int>& cell : lockedCells)
-        if (cell.size() == 2 && cell[0] == row && cell[1] == column)
-            return true;
-    return false;
+    return lockedCellSet.contains(qMakePair(row, column));
+}
+
+void weightTableModel::addLockedCell(int row, int column) {
+    lockedCells.append(QList<int>{row, column});
+    lockedCellSet.insert(qMakePair(row, column));
+}
+
+void weightTableModel::removeLockedCell(int row, int column) {
+    if (lockedCellSet.remove(qMakePair(row, column)))
+        lockedCells.removeAll(QList<int>{row, column});
+}
+
+void weightTableModel::clearLockedCells() {
+    lockedCells.clear();
+    lockedCellSet.clear();
 }
 
 void weightTableModel::setUpColumn() {

@@ -2,6 +2,7 @@
 #include "weightRounding.h"
 
 #include <QVarLengthArray>
+#include <algorithm>
 
 namespace weightRounding {
 
@@ -20,7 +21,49 @@ int firstPositionOf(const WeightRow& row, double value) {
     return -1;
 }
 
+bool unlocked(int) {
+    return false;
+}
+
+// Gives the row's remainder to the weight at `position`, detaching the row only when a value
+// changes.
+void giveRemainderInRow(WeightRow& row, int position, double others, const LockTest& isLocked) {
+    const double value = 1.0 - others;
+    if (value >= 0.0)
+        store(row, position, value);
+    else
+        giveRemainder(row.data(), row.size(), position, others, isLocked);
+}
+
 } // namespace
+
+void giveRemainder(double* cells, int size, int position, double others, const LockTest& isLocked) {
+    if (1.0 - others >= 0.0) {
+        cells[position] = 1.0 - others;
+        return;
+    }
+    // The other unlocked positive weights, largest first, leftmost first.
+    QVarLengthArray<int, 64> takers;
+    for (int i = 1; i < size; ++i)
+        if (i != position && cells[i] > 0.0 && !isLocked(i - 1))
+            takers.append(i);
+    std::stable_sort(takers.begin(), takers.end(),
+                     [&](int a, int b) { return cells[a] > cells[b]; });
+    double total = others + cells[position];
+    for (int k = 0; k < takers.size(); ++k) {
+        const double rest = total - cells[takers[k]];
+        if (1.0 - rest >= 0.0) {
+            // The larger ones before this one give all they have.
+            for (int emptied = 0; emptied < k; ++emptied)
+                cells[takers[emptied]] = 0.0;
+            cells[takers[k]] = 1.0 - rest;
+            return;
+        }
+        total = rest;
+    }
+    // Not every unlocked weight together holds what the row has too much: the vertex is not
+    // normalised, and its row stays as rounded.
+}
 
 void roundPositiveWeights(WeightRow& row, int precision) {
     const double scale = weightRows::powerOfTen(precision);
@@ -65,11 +108,11 @@ Correction absorbIntoLastWeight(WeightRow& row, double tolerance) {
         return Correction::kNoPositiveWeight;
     const double total = sumBeforeLast + last;
     if (total > 1.0 - tolerance && total < 1.0 + tolerance)
-        store(row, lastPosition, 1.0 - sumBeforeLast);
+        giveRemainderInRow(row, lastPosition, sumBeforeLast, unlocked);
     return Correction::kDone;
 }
 
-Correction fillRoundedRow(double* cells, const int* elementOf, const double* weights,
+Correction fillRoundedRow(double* cells, int size, const int* elementOf, const double* weights,
                           unsigned count, int precision, double tolerance, bool correct) {
     const double scale = weightRows::powerOfTen(precision);
     double sumBeforeLast = 0.0;
@@ -94,12 +137,11 @@ Correction fillRoundedRow(double* cells, const int* elementOf, const double* wei
         return Correction::kNoPositiveWeight;
     const double total = sumBeforeLast + last;
     if (total > 1.0 - tolerance && total < 1.0 + tolerance)
-        cells[lastPosition] = 1.0 - sumBeforeLast;
+        giveRemainder(cells, size, lastPosition, sumBeforeLast, unlocked);
     return Correction::kDone;
 }
 
-Correction absorbIntoFreeWeight(WeightRow& row, int editedColumn,
-                                const std::function<bool(int column)>& isLocked) {
+Correction absorbIntoFreeWeight(WeightRow& row, int editedColumn, const LockTest& isLocked) {
     if (row.size() < 2)
         return Correction::kTooShort;
     QVarLengthArray<double, 64> positives;
@@ -124,7 +166,7 @@ Correction absorbIntoFreeWeight(WeightRow& row, int editedColumn,
     const int position = firstPositionOf(row, positives[chosen]);
     if (position < 1)
         return Correction::kNotFound;
-    store(row, position, 1.0 - others);
+    giveRemainderInRow(row, position, others, isLocked);
     return Correction::kDone;
 }
 

@@ -68,6 +68,27 @@ inline bool isNormalised(double sum, int precision) {
     return std::fabs(sum - 1.0) < normalisedTolerance(precision);
 }
 
+// The shape a row belongs to: its marker, when the row is a vertex row and the marker names
+// one of the `shapeCount` loaded shapes; -1 otherwise. Every index taken from a marker passes
+// here, so that a list that does not fit the loaded shapes never reads past them.
+inline int shapeOfRow(const WeightRow& row, unsigned shapeCount) {
+    if (!isVertexRow(row) || row[0] >= static_cast<double>(shapeCount))
+        return -1;
+    return static_cast<int>(row[0]);
+}
+
+// Per loaded shape, its vertex rows in table order: the rows whose marker is the shape's index.
+// A shape's rows are found by their marker, never by its name, which the scene may change.
+inline QVector<QVector<int>> vertexRowsByShape(const WeightRows& rows, unsigned shapeCount) {
+    QVector<QVector<int>> found(static_cast<int>(shapeCount));
+    for (int r = 0; r < rows.size(); ++r) {
+        const int shape = shapeOfRow(rows[r], shapeCount);
+        if (shape != -1)
+            found[shape].append(r);
+    }
+    return found;
+}
+
 // The vertex index of a vertex row's header text "vtx[N]": the text without its first four
 // and its last character, read as a number. False when that is not a number.
 inline bool vertexIndexOfRowName(const QString& name, int& vertex) {

@@ -17,17 +17,21 @@ weightTableModel::weightTableModel(QObject* parent)
       sliderAbsolute(false), floodValue(0.0), paintSmoothOpacity(0.0), precision(3),
       lastPrecision(3), maxInfluences(4), lastMaxInfluences(4), filterOn(false), hilightOn(false),
       skinPaintSmoothMode(false), smoothSkinWeightsMode(false), topRightValue(0.0),
-      currentCellValue(0.0), tableView(nullptr), selectionChangedCallbackId(0),
-      sceneOpenedCallbackId(0), sceneJustOpened(false) {
+      tableView(nullptr), selectionChangedCallbackId(0), sceneOpenedCallbackId(0),
+      undoCallbackId(0), redoCallbackId(0), sceneJustOpened(false) {
     selectionChangedCallbackId =
         HEventMessage::addEventCallback("SelectionChanged", selectionChangedCallback, this);
     sceneOpenedCallbackId =
         HEventMessage::addEventCallback("SceneOpened", sceneOpenedCallback, this);
+    undoCallbackId = HEventMessage::addEventCallback("Undo", undoRedoCallback, this);
+    redoCallbackId = HEventMessage::addEventCallback("Redo", undoRedoCallback, this);
 }
 
 weightTableModel::~weightTableModel() {
     HMessage::removeCallback(selectionChangedCallbackId);
     HMessage::removeCallback(sceneOpenedCallbackId);
+    HMessage::removeCallback(undoCallbackId);
+    HMessage::removeCallback(redoCallbackId);
 }
 
 int weightTableModel::columnOfInfluence(const HDagPath& influence) const {
@@ -39,14 +43,23 @@ int weightTableModel::columnOfInfluenceName(const HString& fullPathName) const {
 }
 
 int weightTableModel::rowOfShape(const HDagPath& shape) const {
-    const QString name = HQtUtil::toQString(HFnDagNode(shape).name());
-    for (int row = 0; row < weightRows.size(); ++row) {
-        if (weightRows[row][0] >= 0.0)
-            continue;
-        if (headerData(row, Qt::Vertical, Qt::DisplayRole).toString() == name)
+    int loaded = -1;
+    for (unsigned i = 0; i < shapePaths.length() && loaded == -1; ++i)
+        if (shapePaths[i] == shape)
+            loaded = static_cast<int>(i);
+    if (loaded == -1)
+        return -1;
+    int headers = 0;
+    for (int row = 0; row < weightRows.size(); ++row)
+        if (!weightRows::isVertexRow(weightRows[row]) && headers++ == loaded)
             return row;
-    }
     return -1;
+}
+
+int weightTableModel::loadedShapeOfRow(int row) const {
+    if (row < 0 || row >= weightRows.size())
+        return -1;
+    return weightRows::shapeOfRow(weightRows[row], shapePaths.length());
 }
 
 int weightTableModel::shapeIndexOfNode(const HDagPath& shape) const {

@@ -7,8 +7,12 @@
 //
 // One model exists per window; the window owns it (Qt parent) and hands it the table view it
 // shows (not owned). Host objects are value handles. The constructor registers the
-// "SelectionChanged" and "SceneOpened" callbacks and the destructor removes them, so the model
-// must be destroyed before the plug-in is unloaded.
+// "SelectionChanged", "SceneOpened", "Undo" and "Redo" callbacks and the destructor removes
+// them, so the model must be destroyed before the plug-in is unloaded.
+//
+// The table's own undo and redo copies, its unrounded weights and the rounded list of the last
+// "Round" belong to the table they were taken from: opening a scene or loading anew empties
+// them, and a list whose rows no longer match the table's row names is refused.
 //
 // Nothing throws: a request outside the table gives an invalid QVariant, and every failed
 // check reports a fixed sentence through HGlobal::displayError / displayWarning / displayInfo
@@ -36,6 +40,8 @@
 #include <QHash>
 #include <QList>
 #include <QModelIndexList>
+#include <QPair>
+#include <QSet>
 
 class weightTableView;
 
@@ -58,6 +64,8 @@ public:
     // Lookups; each gives -1 when nothing matches.
     int columnOfInfluence(const HDagPath& influence) const;
     int columnOfInfluenceName(const HString& fullPathName) const;
+    // The header row of the first loaded shape with this path, found by the rows' markers (the
+    // n-th shape header row is the n-th loaded shape's), never by the shape's name.
     int rowOfShape(const HDagPath& shape) const;
     // By node name; when several loaded shapes match, the last one.
     int shapeIndexOfNode(const HDagPath& shape) const;
@@ -66,8 +74,10 @@ public:
     // Appends an influence as a new column unless one with its full path is there.
     void addInfluence(const HDagPath& influence);
 
-    // Writes every vertex row of `rows` (laid out like the table) into its skin cluster.
-    void writeWeightRowsToScene(const WeightRows& rows);
+    // Writes every vertex row of `rows` (laid out like the table, and taken from the table
+    // whose row names give `rowsKey`) into its skin cluster; refuses, with a message, rows of
+    // another table.
+    void writeWeightRowsToScene(const WeightRows& rows, quint64 rowsKey);
 
     // Sets the scene's active selection without reloading the table; an empty list changes
     // nothing.
@@ -120,9 +130,9 @@ public:
     WeightRows getWeightRows() const { return weightRows; }
     WeightRows getFullPrecisionRows() const { return fullPrecisionRows; }
     WeightRows getPendingRoundedRows() const { return pendingRoundedRows; }
-    QList<int>& getLockedColumns() { return lockedColumns; }
-    QList<int>& getLockedRows() { return lockedRows; }
-    QList<QList<int>>& getLockedCells() { return lockedCells; }
+    const QList<int>& getLockedColumns() const { return lockedColumns; }
+    const QList<int>& getLockedRows() const { return lockedRows; }
+    const QList<QList<int>>& getLockedCells() const { return lockedCells; }
     int getPrecision() const { return precision; }
     int getMaxInfluences() const { return maxInfluences; }
     QList<double> getPendingValues() const { return pendingValues; }
@@ -137,10 +147,10 @@ public:
     HString getPendingSmoothCommand() const { return pendingSmoothCommand; }
     double getPaintSmoothOpacity() const { return paintSmoothOpacity; }
     QList<int> getPendingLockColumns() const { return pendingLockColumns; }
+    // The value where a slider drag starts: the selected cell's, or the top-right cell's of a
+    // selection; relative drags move by the slider's offset from it.
     double getTopRightValue() const { return topRightValue; }
     void setTopRightValue(double value) { topRightValue = value; }
-    double getCurrentCellValue() const { return currentCellValue; }
-    void setCurrentCellValue(double value) { currentCellValue = value; }
     weightTableView* getTableView() const { return tableView; }
     void setTableView(weightTableView* view) { tableView = view; }
     static bool getAutoUpdate() { return autoUpdate; }
@@ -195,6 +205,17 @@ private:
     // position are taken from it.
     enum class SceneRows { kRoundedForDisplay, kMarkedFullPrecision };
     WeightRows readSceneRows(const WeightRows& reuse, SceneRows kind);
+    // The shape of a vertex row, when its marker names a loaded shape; -1 otherwise.
+    int loadedShapeOfRow(int row) const;
+    // The row names as one number, kept with every list taken from the table so that a list is
+    // never used with another table's rows.
+    void updateRowNamesKey();
+    bool matchesTable(const WeightRows& rows, quint64 rowsKey) const;
+    // Drops the redo copies, the unrounded weights, the rounded list and the locks released by
+    // "UnLock All": they belong to a table that is no longer shown. The undo copies, which a
+    // load fills with the table it replaces, go only with the scene they belong to.
+    void forgetTableCopies();
+    void forgetUndoCopies();
     void appendSceneRows(WeightRows& rows, unsigned shape, const HObject& vertices,
                          const WeightRows& reuse, SceneRows kind, bool& correcting);
     // The load's correction of one rounded vertex row; false when the pass must stop.
@@ -203,10 +224,16 @@ private:
     void exchangeWithUndoRows();
     void refreshRestoredRows(int previousRows);
     void notifyWholeTable(int previousRows);
+    // Emits layoutChanged after the table took another shape.
+    void finishLayoutChange();
 
     // Presentation.
     bool hasLocks() const;
     bool isLockedCell(int row, int column) const;
+    // lockedCells changes only through these, which keep its hash in step.
+    void addLockedCell(int row, int column);
+    void removeLockedCell(int row, int column);
+    void clearLockedCells();
     // Whether a typed entry writes this selected cell (cellEntry.cpp).
     bool isEntryTarget(const QModelIndex& cell) const;
     QVariant cellBackground(int row, int column, double value) const;
@@ -223,9 +250,6 @@ private:
     // Editing operations.
     // Reads the vertices of many cells back, as updateWeightListAtIndex does one by one.
     void refreshVertexCells(const QModelIndexList& cells);
-    // Whether a row's lock, or a locked cell or influence holding weight in it, keeps its
-    // number of influences.
-    bool rowLimitIsLocked(int row) const;
     // The one shape whose selected vertices are smoothed, or -1 after reporting why none.
     int smoothedShape(const QModelIndexList& cells, const QModelIndexList& rows) const;
 
@@ -252,11 +276,20 @@ private:
     bool lockRow(int row);
     void unlockRow(int row);
     bool lockCellAt(int row, int column);
+    // Stores the cell's lock on its vertex (the influence's full path given) and lists it,
+    // without repainting.
+    void storeCellLock(int row, int column, const HString& path);
     void unlockCellAt(int row, int column);
+    // Takes the cell's influence out of the locks stored for its vertex, and repaints it.
+    void releaseStoredCellLock(int row, int column);
     // False when the cell is not locked in any way.
     bool unlockOneCell(int row, int column);
 
     // Lock persistence.
+    // After the host's undo or redo of the table's own influence lock commands, the stored
+    // joint locks follow the host's lock, and the lock lists are read again.
+    void followHostLocks();
+    void recordJointLockCommand(int column, bool locked);
     void readJointLocks(const HObject& cluster);
     bool readVertexLocks(const HObject& cluster, unsigned shape);
     void readCellLocks(const HObject& cluster, unsigned shape);
@@ -265,6 +298,7 @@ private:
     // Scene callbacks.
     static void selectionChangedCallback(void* model);
     static void sceneOpenedCallback(void* model);
+    static void undoRedoCallback(void* model);
     void onSelectionChanged();
     void onSceneOpened();
     void mirrorSceneSelection();
@@ -279,6 +313,14 @@ private:
     QList<QColor> influenceColors;
     QHash<QString, int> influenceColumns;
     WeightRows weightRows;
+
+    // The current row names as one number (updateRowNamesKey), and the table each copy below
+    // was taken from.
+    quint64 rowNamesKey = 0;
+    quint64 undoRowsKey = 0;
+    quint64 redoRowsKey = 0;
+    quint64 fullPrecisionKey = 0;
+    quint64 pendingRoundedKey = 0;
 
     // Undo and redo copies, and the unrounded weights.
     HStringArray undoRowNames;
@@ -326,13 +368,14 @@ private:
     bool skinPaintSmoothMode;
     bool smoothSkinWeightsMode;
     double topRightValue;
-    double currentCellValue;
     weightTableView* tableView;
 
     // Lock state.
     QList<int> lockedColumns;
     QList<int> lockedRows;
     QList<QList<int>> lockedCells;
+    // The pairs of lockedCells, for lookups that do not walk the list.
+    QSet<QPair<int, int>> lockedCellSet;
     QList<int> zeroColumns;
     QList<int> releasedColumns;
     QList<int> releasedRows;
@@ -341,7 +384,19 @@ private:
     // Scene callbacks.
     HCallbackId selectionChangedCallbackId;
     HCallbackId sceneOpenedCallbackId;
+    HCallbackId undoCallbackId;
+    HCallbackId redoCallbackId;
     bool sceneJustOpened;
+
+    // The influence locks the table's own commands last set in the host (by full path), with
+    // the skin clusters whose stored joint locks they changed: the host's undo and redo of those
+    // commands are followed.
+    struct WrittenJointLock {
+        HDagPath influence;
+        HObjectArray clusters;
+        bool locked = false;
+    };
+    QHash<QString, WrittenJointLock> writtenJointLocks;
 
     // Process-wide: reload on every selection change; the program is setting the selection.
     static bool autoUpdate;

@@ -2,7 +2,6 @@
 // back, and rounding the displayed weights so that each vertex row again sums to one.
 #include "HDagPathArray.h"
 #include "HDoubleArray.h"
-#include "HFnDagNode.h"
 #include "HFnSkinCluster.h"
 #include "HGlobal.h"
 #include "HQtUtil.h"
@@ -27,7 +26,7 @@ bool weightTableModel::writeNormalisedWeight(int row, int column, double value) 
     }
     if (row < 1 || row >= weightRows.size())
         return false;
-    const int shape = static_cast<int>(weightRows[row][0]);
+    const int shape = loadedShapeOfRow(row);
     if (shape < 0) {
         HGlobal::displayInfo("This is not a valid cell to edit.");
         return false;
@@ -66,8 +65,8 @@ void weightTableModel::updateWeightListAtIndex(const QModelIndex& modelIndex) {
     }
     const int row = modelIndex.row();
     const int editedColumn = modelIndex.column();
-    const int shape = static_cast<int>(weightRows[row][0]);
-    if (weightRows[row][0] < 0.0) {
+    const int shape = loadedShapeOfRow(row);
+    if (shape < 0) {
         HGlobal::displayError(kBadIndex);
         return;
     }
@@ -177,14 +176,14 @@ bool weightTableModel::correctRoundedRow(WeightRow& row, double tolerance) const
 }
 
 int weightTableModel::findShapeRow(int row) {
-    if (row < 0 || row >= weightRows.size() || weightRows[row].at(0) < 0.0) {
+    if (loadedShapeOfRow(row) < 0) {
         HGlobal::displayError(kBadIndex);
         return -1;
     }
-    const unsigned shape = static_cast<unsigned>(weightRows[row].at(0));
-    const HString name = HFnDagNode(shapePaths[shape]).name();
+    // A vertex row follows its shape's header row: the nearest header row above it is the
+    // shape's, whatever the shape is called by now.
     for (int r = row; r >= 0; --r)
-        if (weightRows[r].at(0) < 0.0 && rowNames[static_cast<unsigned>(r)] == name)
+        if (!isVertexRow(weightRows[r]))
             return r;
     return -1;
 }

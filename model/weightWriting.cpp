@@ -77,6 +77,12 @@ void InfluenceLockGuard::setLocks(const char* value) const {
                                 undo);
 }
 
+bool influenceLockedInHost(const HDagPath& influence) {
+    const HObject node = influence.node();
+    return !node.isNull() &&
+           HFnDependencyNode(node).findPlug("lockInfluenceWeights", true).asInt() != 0;
+}
+
 bool readVertexWeights(const HObject& skinCluster, const HDagPath& shape, const HObject& vertices,
                        const VertexWeightVisitor& visit) {
     HIntArray indices;

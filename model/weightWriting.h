@@ -53,6 +53,9 @@ private:
     bool undo;
 };
 
+// Whether the influence's ".lockInfluenceWeights" is on in the host (false for a deleted one).
+bool influenceLockedInHost(const HDagPath& influence);
+
 // Reads the weights of `vertices` of the shape (every vertex in index order when null) from the
 // skin cluster in slices, so that a large mesh never needs one array of all its weights. `visit`
 // gets each vertex's position in `vertices` and its weights in influence order (`count` of them).

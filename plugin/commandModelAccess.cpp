@@ -2,6 +2,7 @@
 #include "commandModelAccess.h"
 
 #include "HFnSkinCluster.h"
+#include "HGlobal.h"
 #include "HQtUtil.h"
 #include "weightTableModel.h"
 
@@ -34,6 +35,11 @@ QList<HString> influencePathNames(const HDagPathArray& influences, const QList<i
         if (column >= 0 && static_cast<unsigned>(column) < influences.length())
             names.append(influences[static_cast<unsigned>(column)].fullPathName());
     return names;
+}
+
+void reportNotSetUp() {
+    HGlobal::displayInfo("Data was not set up properly before executing this command. Please "
+                         "reload data into vorel.");
 }
 
 } // namespace commandModelAccess

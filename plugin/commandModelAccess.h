@@ -27,5 +27,8 @@ HIntArray allInfluences(unsigned count);
 // The full path names of the influences of the given table columns, in that order; columns
 // outside the table are left out.
 QList<HString> influencePathNames(const HDagPathArray& influences, const QList<int>& columns);
+// What an edit says when what it was handed does not fit what it must write: the user is asked
+// to load the table again.
+void reportNotSetUp();
 
 } // namespace commandModelAccess

@@ -7,8 +7,7 @@
 #include "HGlobal.h"
 #include "HQtUtil.h"
 #include "HSelectionList.h"
-#include "commandModelAccess.h"
-#include "weightTableModel.h"
+#include "weightRows.h"
 #include "weightWriting.h"
 
 namespace {
@@ -23,38 +22,30 @@ HString integer(int value) {
     return number(static_cast<double>(value));
 }
 
-// "select -r body.vtx[3] body.vtx[7] ;" over the cells' vertices, by their transforms' names.
-HString selectionCommand(const weightTableModel& model, const PaintSmoothRequest& request) {
-    const HDagPathArray shapes = model.getShapePaths();
+// "select -r body.vtx[3] body.vtx[7] ;" over the vertices, by their transforms' names.
+HString selectionCommand(const PaintSmoothRequest& request) {
     HString text("select -r ");
-    for (int i = 0; i < request.cells.size() && i < request.shapes.size(); ++i) {
-        const unsigned shape = static_cast<unsigned>(request.shapes[i]);
-        const QString row = model.headerData(request.cells[i].row(), Qt::Vertical).toString();
-        text += HFnDagNode(shapes[shape].transform()).name() + "." + HQtUtil::toHString(row) + " ";
-    }
+    for (const PaintSmoothVertex& vertex : request.vertices)
+        text += HFnDagNode(vertex.shapePath.transform()).name() + "." + vertex.rowName + " ";
     return text + ";\n";
 }
 
 } // namespace
 
-HStatus runPaintSmoothSequence(const weightTableModel& model, const PaintSmoothRequest& request,
-                               RecordedVertices& recorded) {
+HStatus runPaintSmoothSequence(const PaintSmoothRequest& request, RecordedVertices& recorded) {
     recorded = RecordedVertices();
-    const HObjectArray clusters = model.getSkinClusters();
-    const HDagPathArray shapes = model.getShapePaths();
-    for (int i = 0; i < request.cells.size() && i < request.shapes.size(); ++i) {
-        int vertex = 0;
-        if (!commandModelAccess::vertexOfRow(model, request.cells[i].row(), vertex)) {
+    for (const PaintSmoothVertex& vertex : request.vertices) {
+        int index = 0;
+        if (!weightRows::vertexIndexOfRowName(HQtUtil::toQString(vertex.rowName), index)) {
             HGlobal::displayInfo("There is something wrong accessing the vertex number.");
             return HS::kFailure;
         }
-        const unsigned shape = static_cast<unsigned>(request.shapes[i]);
-        const HObject component = weightWriting::singleVertexComponent(vertex);
+        const HObject component = weightWriting::singleVertexComponent(index);
         HDoubleArray weights;
         unsigned count = 0;
-        HFnSkinCluster(clusters[shape]).getWeights(shapes[shape], component, weights, count);
+        HFnSkinCluster(vertex.skinCluster).getWeights(vertex.shapePath, component, weights, count);
         recorded.components.append(component);
-        recorded.shapes.append(request.shapes[i]);
+        recorded.shapes.append(vertex.shape);
         recorded.weights.append(weights);
         recorded.influenceCounts.append(static_cast<int>(count));
     }
@@ -67,25 +58,18 @@ HStatus runPaintSmoothSequence(const weightTableModel& model, const PaintSmoothR
     HSelectionList previousSelection;
     HGlobal::getActiveSelectionList(previousSelection);
 
-    const HString influence = commandModelAccess::columnName(model, request.column);
-    const QList<HString> lockNames = [&] {
-        QList<HString> names;
-        for (int column : request.lockColumns)
-            names.append(commandModelAccess::columnName(model, column));
-        return names;
-    }();
     HStatus status;
     {
-        weightWriting::InfluenceLockGuard locks(lockNames, false);
+        weightWriting::InfluenceLockGuard locks(request.lockInfluences, false);
         HString setup("selectType -ocm -alc false;\n");
         setup += "selectType -ocm -vertex true;\n";
-        setup += selectionCommand(model, request);
+        setup += selectionCommand(request);
         setup += "PntPaintSkinWeightsTool;\n";
         setup += "pntAttrSkinToolScript 4;\n";
         setup += "pntAttrSkinJointMenu(\"pntJoinListPopupMenu\", \"pntAttrSkinPaintCtx\" );\n";
         setup += "pntAttrPaintOperation pntAttrSkinPaintCtx Smooth;\n";
         setup += "pntAttrSkinPaintCtx -e -skinPaintMode 1 pntAttrSkinContext;\n";
-        setup += HString("pntSkinSelectInfluence pntAttrSkinPaintCtx ") + influence + ";\n";
+        setup += HString("pntSkinSelectInfluence pntAttrSkinPaintCtx ") + request.influence + ";\n";
         HGlobal::executeCommand(setup);
         status = HGlobal::executeCommand(HString("pntAttrSkinPaintCtx -e -opacity ") +
                                          number(request.opacity) + " `currentCtx`;\n" +

@@ -4,30 +4,39 @@
 // sets the paint tool to smooth the influence with the opacity and floods it once, and puts
 // the tool, the component selection modes and the selection back as they were.
 //
-// Every host command of the sequence runs with display and undo off; the caller's own undo
-// writes the recorded weights back. Fails, having painted nothing, when a row's header holds
-// no vertex number ("There is something wrong accessing the vertex number.").
+// The request names everything by identity (skin cluster, shape path, the row's name as the
+// table showed it when the edit was made), so running it again paints the same vertices
+// whatever the table shows by then. Every host command of the sequence runs with display and
+// undo off; the caller's own undo writes the recorded weights back. Fails, having painted
+// nothing, when a row name holds no vertex number ("There is something wrong accessing the
+// vertex number.").
 #pragma once
 
+#include "HDagPath.h"
 #include "HDoubleArray.h"
 #include "HObject.h"
 #include "HStatus.h"
+#include "HString.h"
 
 #include <QList>
-#include <QModelIndexList>
 
-class weightTableModel;
-
-struct PaintSmoothRequest {
-    QModelIndexList cells; // the vertex cells to smooth, all in `column`
-    QList<int> shapes;     // per cell, its shape index
-    int column = 0;        // the influence's table column
-    double opacity = 0.0;
-    QList<int> lockColumns; // columns whose influences stay locked while painting
+// One vertex to smooth.
+struct PaintSmoothVertex {
+    int shape = -1; // the shape's index among the edit's loaded shapes
+    HObject skinCluster;
+    HDagPath shapePath;
+    HString rowName; // "vtx[N]"
 };
 
-// What the sequence recorded before painting: per cell its one-vertex component, the weights
-// of all its influences and their count.
+struct PaintSmoothRequest {
+    QList<PaintSmoothVertex> vertices;
+    HString influence; // the smoothed influence's name, as its column showed it
+    double opacity = 0.0;
+    QList<HString> lockInfluences; // influences kept locked while painting, by name
+};
+
+// What the sequence recorded before painting: per vertex its one-vertex component, the
+// weights of all its influences and their count.
 struct RecordedVertices {
     QList<HObject> components;
     QList<int> shapes;
@@ -35,5 +44,4 @@ struct RecordedVertices {
     QList<int> influenceCounts;
 };
 
-HStatus runPaintSmoothSequence(const weightTableModel& model, const PaintSmoothRequest& request,
-                               RecordedVertices& recorded);
+HStatus runPaintSmoothSequence(const PaintSmoothRequest& request, RecordedVertices& recorded);

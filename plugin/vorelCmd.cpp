@@ -44,8 +44,8 @@ HSyntax createSyntax() {
 }
 
 vorelCmd::vorelCmd()
-    : maxInfluences(0), floodValue(0.0), targetColumn(0), smoothColumn(0), smoothOpacity(0.0),
-      paintSmoothPending(false), weightSmoothPending(false) {}
+    : maxInfluences(0), floodValue(0.0), targetColumn(0), paintSmoothPending(false),
+      weightSmoothPending(false) {}
 
 vorelCmd::~vorelCmd() = default;
 
@@ -130,11 +130,12 @@ HStatus vorelCmd::undoIt() {
         status = restoreVertexWrites();
         vertexBranch = true;
     }
+    // The table follows the scene; the command keeps the rows it worked from, so that a redo
+    // writes the same edit whatever the table shows by then.
     if (editorModel) {
         editorModel->rebuildWeightRows();
         if (vertexBranch)
             editorModel->setUpColumn();
-        weightRows = editorModel->getWeightRows();
     }
     return status;
 }

@@ -5,6 +5,11 @@
 // replaced, undoIt writes those back. One object stands for one edit; the host owns it (its
 // undo queue keeps it) and it owns all its lists.
 //
+// doIt records everything the writes need by identity (skin clusters, shape paths, vertex
+// numbers, influence indices and the table rows it worked from); redoIt and undoIt read only
+// that record, never the table, which may show other shapes by then. The model is told of
+// the result (its table rebuilt from the scene), nothing more.
+//
 // Failures are reported as fixed sentences through the host's messages. A flag form run
 // before the window exists is refused with an error, since there is no model to read.
 #pragma once
@@ -17,13 +22,17 @@
 #include "HObject.h"
 #include "HObjectArray.h"
 #include "HPxCommand.h"
+#include "HSelectionList.h"
 #include "HStatus.h"
 #include "HString.h"
 #include "HSyntax.h"
+#include "paintSmoothSequence.h"
 #include "weightRows.h"
 
+#include <QHash>
 #include <QList>
 #include <QModelIndexList>
+#include <QVector>
 
 class vorelCmd : public HPxCommand {
 public:
@@ -36,6 +45,13 @@ public:
 
 protected:
     // The window's edit command classes perform single edits with these same steps.
+
+    // The table's columns of one loaded shape's influences, and the reverse, as doIt found
+    // them: what the limit step writes and reads back goes through these.
+    struct InfluenceColumns {
+        QVector<int> columnOfInfluence; // per influence index, its column (-1: none)
+        QVector<int> influenceOfColumn; // per column, the first influence of its name (-1: none)
+    };
 
     // The model's loaded objects, table and lock lists, copied before any preparation.
     void copyModel();
@@ -51,6 +67,8 @@ protected:
     bool prepareCells(const QModelIndexList& requested, const QList<double>& values,
                       bool checkRows);
     bool prepareColumnDrag();
+    // The table's columns of the cluster's influences and the reverse, as the model has them.
+    InfluenceColumns clusterColumns(const HObject& cluster) const;
     bool preparePaintSmoothing();
     bool prepareWeightSmoothing();
 
@@ -93,6 +111,8 @@ protected:
     // The columns the first run took out of each over-limit row, in order; a redo takes out the
     // same ones whatever the table shows by then.
     QList<QList<int>> removedColumns;
+    // Per shape index of an over-limit row.
+    QHash<int, InfluenceColumns> limitColumns;
     int maxInfluences;
     QList<HDoubleArray> newWeights;
     QList<HObject> setComponents;
@@ -108,13 +128,14 @@ protected:
     // Whether the cell write records its temporary influence locks in the undo queue.
     bool recordCellLocks = true;
 
-    // Smoothing: the lock columns, shapes, column and opacity of a paint-tool smoothing, and
-    // the host command text of a skin-cluster smoothing.
-    QList<int> smoothLockColumns;
-    QList<int> smoothShapes;
-    int smoothColumn;
-    double smoothOpacity;
+    // Smoothing: the vertices, influence, opacity and lock influences of a paint-tool
+    // smoothing, and the host command text of a skin-cluster smoothing.
+    PaintSmoothRequest paintSmoothing;
     HString smoothCommand;
+    // The scene's selection when the skin-cluster smoothing was prepared, which a redo puts
+    // back: the host smooths the selected vertices of the cluster (all when none is selected).
+    HSelectionList smoothSelection;
+    bool smoothedOnce = false;
     bool paintSmoothPending;
     bool weightSmoothPending;
 };

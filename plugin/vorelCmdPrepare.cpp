@@ -1,10 +1,13 @@
 // The prepare steps of vorelCmd's edits: each copies the model's hand-over members and builds
 // the components, indices and values its write step needs, so that a later redo writes the
-// same edit whatever the model shows by then.
+// same edit whatever the model shows by then. A shape's rows are found by their marker; when
+// the table does not hold a row for every vertex an edit must write, nothing is prepared.
+#include "HDagPathArray.h"
 #include "HFnDagNode.h"
 #include "HFnSingleIndexedComponent.h"
 #include "HFnSkinCluster.h"
 #include "HGlobal.h"
+#include "HQtUtil.h"
 #include "commandModelAccess.h"
 #include "editorPointers.h"
 #include "vorelCmd.h"
@@ -19,13 +22,11 @@ using weightWriting::wholeShapeComponent;
 
 namespace {
 
-// The weight the table shows for `column` in the row `offset` rows below the shape's header
-// row; 0 outside the table.
-double shownWeight(const WeightRows& rows, int headerRow, int offset, int column) {
-    const int row = headerRow + 1 + offset;
-    if (headerRow < 0 || row >= rows.size() || column < 0 || column + 1 >= rows.at(row).size())
-        return 0.0;
-    return rows.at(row).at(column + 1);
+// Whether the shape's vertex rows (found by their marker, in table order) give one row per
+// element of the shape's component, the j-th row to the j-th element.
+bool rowsFitComponent(const QVector<int>& rows, const HObject& component) {
+    return static_cast<unsigned>(rows.size()) ==
+           HFnSingleIndexedComponent(component).elementCount();
 }
 
 } // namespace
@@ -34,22 +35,22 @@ bool vorelCmd::prepareLimitInfluences() {
     editShapes.clear();
     influenceCounts.clear();
     editComponents.clear();
+    limitColumns.clear();
     requestedRows = editorModel->getPendingRows();
     maxInfluences = editorModel->getMaxInfluences();
-    // Each cluster's influences are counted once, not once per row.
-    QHash<int, unsigned> countOfShape;
     for (int r : qAsConst(requestedRows)) {
         if (r < 0 || r >= weightRows.size())
             continue;
         const WeightRow& row = weightRows.at(r);
-        const int shape = static_cast<int>(row.at(0));
-        if (row.at(0) < 0.0) {
+        const int shape = weightRows::shapeOfRow(row, shapePaths.length());
+        if (shape == -1) {
             HGlobal::displayError("There is an error accessing shape index.");
             return false;
         }
-        if (!countOfShape.contains(shape))
-            countOfShape.insert(shape, influenceCount(skinClusters[static_cast<unsigned>(shape)]));
-        const unsigned count = countOfShape.value(shape);
+        // Each cluster's influences are looked up once, not once per row.
+        if (!limitColumns.contains(shape))
+            limitColumns.insert(shape, clusterColumns(skinClusters[static_cast<unsigned>(shape)]));
+        const int count = limitColumns.value(shape).columnOfInfluence.size();
         int vertex = 0;
         if (!vertexOfRow(*editorModel, r, vertex)) {
             HGlobal::displayError("There is some error with parsing the vertex index value.");
@@ -63,7 +64,7 @@ bool vorelCmd::prepareLimitInfluences() {
         if (nonZero >= 2 && nonZero > maxInfluences) {
             overLimitRows.append(r);
             editShapes.append(shape);
-            influenceCounts.append(static_cast<int>(count));
+            influenceCounts.append(count);
             editComponents.append(component);
             nonZeroCounts.append(nonZero);
         }
@@ -71,28 +72,57 @@ bool vorelCmd::prepareLimitInfluences() {
     return true;
 }
 
+vorelCmd::InfluenceColumns vorelCmd::clusterColumns(const HObject& cluster) const {
+    InfluenceColumns lookups;
+    HDagPathArray influences;
+    HFnSkinCluster(cluster).influenceObjects(influences);
+    // A column names its influence by the node's name; the first influence of that name wins.
+    QHash<QString, int> firstOfName;
+    for (unsigned k = 0; k < influences.length(); ++k) {
+        lookups.columnOfInfluence.append(editorModel->columnOfInfluence(influences[k]));
+        const QString name = HQtUtil::toQString(HFnDagNode(influences[k]).name());
+        if (!firstOfName.contains(name))
+            firstOfName.insert(name, static_cast<int>(k));
+    }
+    for (int column = 0; column < editorModel->columnCount(); ++column)
+        lookups.influenceOfColumn.append(
+            firstOfName.value(HQtUtil::toQString(columnName(*editorModel, column)), -1));
+    return lookups;
+}
+
 bool vorelCmd::prepareRound() {
     newWeights.clear();
     setComponents.clear();
     influenceCounts.clear();
+    const QVector<QVector<int>> rowsOfShape =
+        weightRows::vertexRowsByShape(weightRows, shapePaths.length());
     for (unsigned shape = 0; shape < shapePaths.length(); ++shape) {
         const HObject component = wholeShapeComponent(shapePaths[shape], shapeComponents[shape]);
-        HDagPathArray influences;
-        const unsigned count = HFnSkinCluster(skinClusters[shape]).influenceObjects(influences);
-        QList<int> columns;
-        for (unsigned k = 0; k < count; ++k)
-            columns.append(editorModel->columnOfInfluence(influences[k]));
-        const int headerRow = editorModel->rowOfShape(shapePaths[shape]);
-        const unsigned elements = HFnSingleIndexedComponent(component).elementCount();
+        const QVector<int> columns = clusterColumns(skinClusters[shape]).columnOfInfluence;
+        const int count = columns.size();
+        const QVector<int>& rows = rowsOfShape[static_cast<int>(shape)];
         HDoubleArray values;
-        values.setLength(elements * count);
-        for (unsigned j = 0; j < elements; ++j)
-            for (unsigned k = 0; k < count; ++k)
-                values[j * count + k] =
-                    shownWeight(weightRows, headerRow, static_cast<int>(j), columns[k]);
+        bool found = rowsFitComponent(rows, component);
+        values.setLength(found ? static_cast<unsigned>(rows.size() * count) : 0);
+        for (int j = 0; found && j < rows.size(); ++j) {
+            const WeightRow& row = weightRows.at(rows[j]);
+            for (int k = 0; found && k < count; ++k) {
+                found = columns[k] >= 0 && columns[k] + 1 < row.size();
+                if (found)
+                    values[static_cast<unsigned>(j * count + k)] = row.at(columns[k] + 1);
+            }
+        }
+        if (!found) {
+            // Nothing is written when some vertex has no row to take its weights from.
+            newWeights.clear();
+            setComponents.clear();
+            influenceCounts.clear();
+            reportNotSetUp();
+            return false;
+        }
         newWeights.append(values);
         setComponents.append(component);
-        influenceCounts.append(static_cast<int>(count));
+        influenceCounts.append(count);
     }
     return true;
 }
@@ -146,8 +176,8 @@ bool vorelCmd::prepareCells(const QModelIndexList& requested, const QList<double
                                            : "This is not a valid cell to edit.");
             return false;
         }
-        const int shape = static_cast<int>(weightRows.at(r).at(0));
-        if (weightRows.at(r).at(0) < 0.0) {
+        const int shape = weightRows::shapeOfRow(weightRows.at(r), shapePaths.length());
+        if (shape == -1) {
             HGlobal::displayInfo("This is not a valid cell to edit.");
             return false;
         }
@@ -189,28 +219,39 @@ bool vorelCmd::prepareColumnDrag() {
     if (!status)
         return false;
     const HString influence = influenceNode.name();
+    const QVector<QVector<int>> rowsOfShape =
+        weightRows::vertexRowsByShape(weightRows, shapePaths.length());
     for (unsigned shape = 0; shape < shapePaths.length(); ++shape) {
         const int k = editorModel->influenceIndexByName(skinClusters[shape], influence);
         // A shape that is not bound to the influence keeps its weights.
         if (k == -1)
             continue;
+        const HObject component = wholeShapeComponent(shapePaths[shape], shapeComponents[shape]);
+        const QVector<int>& rows = rowsOfShape[static_cast<int>(shape)];
+        if (!rowsFitComponent(rows, component)) {
+            // Nothing is written when some vertex has no row to move from.
+            targetPaths.clear();
+            clusterNodes.clear();
+            setComponents.clear();
+            columnInfluences.clear();
+            influenceCounts.clear();
+            newWeights.clear();
+            reportNotSetUp();
+            return false;
+        }
         HIntArray indices;
         indices.append(k);
         columnInfluences.append(indices);
         clusterNodes.append(skinClusters[shape]);
         targetPaths.append(shapePaths[shape]);
         influenceCounts.append(static_cast<int>(influenceCount(skinClusters[shape])));
-        const HObject component = wholeShapeComponent(shapePaths[shape], shapeComponents[shape]);
-        const int headerRow = editorModel->rowOfShape(shapePaths[shape]);
-        const unsigned elements = HFnSingleIndexedComponent(component).elementCount();
         HDoubleArray values;
-        values.setLength(elements);
-        for (unsigned j = 0; j < elements; ++j) {
-            const double value = sliderAbsolute ? sliderValue
-                                                : shownWeight(weightRows, headerRow,
-                                                              static_cast<int>(j), targetColumn) +
-                                                      sliderDelta;
-            values[j] = qBound(0.0, value, 1.0);
+        values.setLength(static_cast<unsigned>(rows.size()));
+        for (int j = 0; j < rows.size(); ++j) {
+            const WeightRow& row = weightRows.at(rows[j]);
+            const double shown = targetColumn + 1 < row.size() ? row.at(targetColumn + 1) : 0.0;
+            values[static_cast<unsigned>(j)] =
+                qBound(0.0, sliderAbsolute ? sliderValue : shown + sliderDelta, 1.0);
         }
         newWeights.append(values);
         setComponents.append(component);

@@ -1,20 +1,11 @@
 // The write steps of vorelCmd's edits and the undo that writes the kept weights back. Every
 // write keeps what it replaced in oldWeights, in write order; every write but the rounding one
-// runs inside the normalisation guard.
-#include "HDagPathArray.h"
-#include "HFnDagNode.h"
+// runs inside the normalisation guard. They read only what the prepare steps recorded.
 #include "HFnSkinCluster.h"
 #include "HGlobal.h"
-#include "HQtUtil.h"
 #include "commandModelAccess.h"
-#include "editorPointers.h"
 #include "vorelCmd.h"
-#include "weightTableModel.h"
 #include "weightWriting.h"
-
-#include <QHash>
-#include <QVector>
-#include <vector>
 
 using namespace commandModelAccess;
 using weightWriting::InfluenceLockGuard;
@@ -24,8 +15,7 @@ namespace {
 
 // Every write step starts by checking its lists; this is what it says when one is empty.
 HStatus notSetUp() {
-    HGlobal::displayInfo("Data was not set up properly before executing this command. Please "
-                         "reload data into vorel.");
+    reportNotSetUp();
     return HS::kFailure;
 }
 
@@ -39,32 +29,6 @@ int smallestPositive(const WeightRow& row) {
     return found;
 }
 
-// The lookups the limit step makes for one skin cluster, done once per cluster instead of once
-// per removed weight: on a large mesh those are millions of path and name comparisons.
-struct ClusterLookups {
-    bool ready = false;
-    // Per influence index, its table column (-1 when it has none).
-    QVector<int> columnOfInfluence;
-    // Per table column, the first influence whose node name is the column's header text.
-    QVector<int> influenceOfColumn;
-};
-
-void fillLookups(ClusterLookups& lookups, const weightTableModel& model, const HObject& cluster) {
-    lookups.ready = true;
-    HDagPathArray influences;
-    HFnSkinCluster(cluster).influenceObjects(influences);
-    QHash<QString, int> firstOfName;
-    for (unsigned k = 0; k < influences.length(); ++k) {
-        lookups.columnOfInfluence.append(model.columnOfInfluence(influences[k]));
-        const QString name = HQtUtil::toQString(HFnDagNode(influences[k]).name());
-        if (!firstOfName.contains(name))
-            firstOfName.insert(name, static_cast<int>(k));
-    }
-    for (int column = 0; column < model.columnCount(); ++column)
-        lookups.influenceOfColumn.append(
-            firstOfName.value(HQtUtil::toQString(columnName(model, column)), -1));
-}
-
 } // namespace
 
 HStatus vorelCmd::writeLimitInfluences() {
@@ -73,14 +37,12 @@ HStatus vorelCmd::writeLimitInfluences() {
         editComponents.isEmpty() || nonZeroCounts.isEmpty())
         return notSetUp();
     HStatus status;
-    std::vector<ClusterLookups> lookupsOfShape(shapePaths.length());
     for (int i = 0; i < overLimitRows.size(); ++i) {
         const int r = overLimitRows[i];
         const unsigned shape = static_cast<unsigned>(editShapes[i]);
         HFnSkinCluster cluster(skinClusters[shape]);
-        ClusterLookups& lookups = lookupsOfShape[shape];
-        if (!lookups.ready)
-            fillLookups(lookups, *editorModel, skinClusters[shape]);
+        const InfluenceColumns lookups = limitColumns.value(editShapes[i]);
+        // The row as doIt found it, then as each removal leaves it.
         WeightRow working = weightRows.at(r);
         const int excess = nonZeroCounts[i] - maxInfluences;
         const bool repeating = i < removedColumns.size();
@@ -113,15 +75,13 @@ HStatus vorelCmd::writeLimitInfluences() {
             HDoubleArray weights;
             unsigned count = 0;
             cluster.getWeights(shapePaths[shape], editComponents[i], weights, count);
-            WeightRow& row = weightRows[r];
             for (unsigned k = 0; k < count && k < weights.length() &&
                                  k < unsigned(lookups.columnOfInfluence.size());
                  ++k) {
-                const int c = lookups.columnOfInfluence[k];
-                if (c >= 0 && c + 1 < row.size())
-                    row[c + 1] = weights[k];
+                const int c = lookups.columnOfInfluence[int(k)];
+                if (c >= 0 && c + 1 < working.size())
+                    working[c + 1] = weights[k];
             }
-            working = row;
             influenceRemoved(r, column);
         }
     }

@@ -60,7 +60,8 @@ void vorelWindow::setPrecisionEdit() {
     const QString text = precisionEdit->text();
     const int point = text.indexOf('.');
     const int one = text.indexOf('1');
-    if (text.isEmpty() || point == -1 || one == -1 || one < point) {
+    // More than eight places would take the value slider's range past what it can hold.
+    if (text.isEmpty() || point == -1 || one == -1 || one < point || one - point > 8) {
         HGlobal::displayError(
             "The precision number is not set up correctly. Please use the 0.XXXX1 format.");
         return;
@@ -117,7 +118,7 @@ void vorelWindow::setAbsoluteMode(bool absMode) {
     } else if (selected.size() == 1) {
         const QModelIndex cell = selected.first();
         const double value = cell.data(Qt::DisplayRole).toDouble();
-        tableModel->setCurrentCellValue(value);
+        tableModel->setTopRightValue(value);
         if (cell.data(Qt::DisplayRole).toString().isEmpty()) {
             valueSlider->setValue(0);
             valueEdit->clear();

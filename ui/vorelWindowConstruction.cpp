@@ -74,6 +74,9 @@ vorelWindow::vorelWindow(QWidget* parent) : QMainWindow(parent) {
 }
 
 vorelWindow::~vorelWindow() {
+    // The controls go with the window; a later window must not find them as the last used.
+    lastUsedControl = nullptr;
+    lastUndoneControl = nullptr;
     tableModel->hiliteSelection(HSelectionList());
     HGlobal::executeCommand("refresh");
     delete columnHeader;

@@ -62,7 +62,7 @@ void vorelWindow::tableCellSelected(const QModelIndex& index) {
         selection->selectedIndexes().size() == 1) {
         const QString text = tableModel->data(index, Qt::DisplayRole).toString();
         const double value = text.toDouble();
-        tableModel->setCurrentCellValue(value);
+        tableModel->setTopRightValue(value);
         showValue(value, !text.isEmpty());
         tableModel->cellSelected(index);
     }

@@ -216,6 +216,33 @@ TEST_F(LockOperations, KeyboardUndoOfLockUnlocksAndRedoLocksAgain) {
     EXPECT_EQ(jointLock(1), 1);
 }
 
+TEST_F(LockOperations, HostUndoAndRedoOfAColumnLockAreFollowedByTheTable) {
+    table->selectColumn(1);
+    clickButton("Lock");
+    ASSERT_TRUE(vorel::run("undo"));
+    EXPECT_EQ(jointLock(1), 0);
+    EXPECT_TRUE(storedJointNames().empty());
+    EXPECT_TRUE(editable(2, 1));
+    EXPECT_FALSE(columnHeader(1, Qt::BackgroundRole).isValid());
+
+    ASSERT_TRUE(vorel::run("redo"));
+    EXPECT_EQ(jointLock(1), 1);
+    EXPECT_EQ(storedJointNames(), std::vector<std::string>{path(1)});
+    EXPECT_FALSE(editable(2, 1));
+
+    // The undo of an unlock locks the column again, in the table and for the next load.
+    clickButton("UnLock");
+    ASSERT_TRUE(vorel::run("undo"));
+    selectAndLoad("body");
+    EXPECT_EQ(jointLock(1), 1);
+    EXPECT_FALSE(editable(2, 1));
+    // Edits after a host undo of the lock move the column like any other.
+    ASSERT_TRUE(vorel::run("undo"));
+    selectCells({{2, 1}});
+    typeIntoCell({2, 1}, "0.5");
+    EXPECT_EQ(vorel::weightsOf(body, 1)[1], 0.5);
+}
+
 TEST_F(LockOperations, EmptyRequestsAreReported) {
     OutputRecorder output;
     selectCells({});

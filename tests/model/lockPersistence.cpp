@@ -5,11 +5,13 @@
 #include "HFnDependencyNode.h"
 #include "HFnStringArrayData.h"
 #include "HPlug.h"
+#include "HSelectionList.h"
 #include "OutputRecorder.h"
 #include "vorelSession.h"
 
 #include <QAbstractItemModel>
 #include <QColor>
+#include <QTableView>
 #include <gtest/gtest.h>
 
 namespace {
@@ -21,11 +23,17 @@ protected:
         body = vorel::makeMesh(16, 3, 3);
     }
 
+    // As a saved scene holds a joint lock: its path stored on the cluster and the joint
+    // locked in the host (paths of no joint are only stored).
     static void storeJointLocks(const fixture::SkinnedMesh& mesh,
                                 const std::vector<HString>& paths) {
         HStringArray names;
-        for (const HString& path : paths)
+        for (const HString& path : paths) {
             names.append(path);
+            HSelectionList joint;
+            if (joint.add(path))
+                vorel::run(std::string("setAttr ") + path.asChar() + ".lockInfluenceWeights 1");
+        }
         HPlug plug = HFnDependencyNode(mesh.clusterObject()).findPlug("lockedJointNames");
         ASSERT_TRUE(plug.setValue(HFnStringArrayData().create(names)));
     }
@@ -100,6 +108,23 @@ TEST_F(LockPersistence, StoredJointLockLocksTheColumnOfEveryMeshWithThatInfluenc
     EXPECT_FALSE(editable(1, 1));
     EXPECT_TRUE(editable(1, 0));
     EXPECT_TRUE(editable(1, 2));
+}
+
+TEST_F(LockPersistence, JointUnlockedWhileAnotherMeshWasNotLoadedIsNotLockedThere) {
+    runtime::NodePtr armJoint = scene().createNode("joint", "armJoint");
+    fixture::SkinnedMesh arm = vorel::bindMesh("arm", {armJoint, body.joints[1]}, {{0.5, 0.5}});
+    selectAndLoad("body arm");
+    table->selectColumn(1);
+    clickButton("Lock");
+    selectAndLoad("body");
+    table->selectColumn(1);
+    clickButton("UnLock");
+
+    // The arm's cluster still names the joint, which the host no longer holds locked.
+    selectAndLoad("arm");
+    EXPECT_EQ(columnNames(), (QStringList{"armJoint", "bodyJoint2"}));
+    EXPECT_TRUE(editable(1, 1));
+    EXPECT_FALSE(columnHeader(1, Qt::BackgroundRole).isValid());
 }
 
 TEST_F(LockPersistence, StoredVertexLockFollowsTheRowsThatAreLoaded) {

@@ -102,3 +102,21 @@ TEST_F(MaximumInfluences, RedoTakesOutTheSameInfluencesWhateverTheTableShowsMean
     ASSERT_TRUE(vorel::run("redo"));
     EXPECT_EQ(vorel::weightsOf(body, 0), limited);
 }
+
+TEST_F(MaximumInfluences, LockedWeightTooSmallToShowStillRefusesItsRow) {
+    vorel::setWeights(body, {{0.04, 0.16, 0.3, 0.5}});
+    selectAndLoad("body.vtx[0]");
+    vorel::enter(controls->precisionEdit, "0.1");
+    ASSERT_EQ(cellText(1, 0), "0.0");
+    selectCells({{1, 0}});
+    QMetaObject::invokeMethod(model, "lockCell");
+    table->clearSelection();
+
+    OutputRecorder output;
+    vorel::enter(controls->maxInfluenceEdit, "2");
+    clickButton("ApplyInfluence");
+    EXPECT_EQ(output.texts(HCommandMessage::kInfo),
+              std::vector<std::string>{"This row is locked or has locked cell, and its number of "
+                                       "influence can not be changed."});
+    EXPECT_EQ(vorel::weightsOf(body, 0), (std::vector<double>{0.04, 0.16, 0.3, 0.5}));
+}

@@ -92,12 +92,24 @@ TEST_F(SliderDrag, WholeColumnTakesTheSliderValueUnlessAVertexIsLocked) {
     EXPECT_EQ(vorel::everyVertexWeights(body), locked);
 }
 
+TEST_F(SliderDrag, RelativeDragAfterAHeaderClickStartsFromTheColumnsTopWeight) {
+    fixture::SkinnedMesh arm = vorel::makeMesh(4, 3, 1, "arm");
+    vorel::setWeights(arm, {{0.5, 0.5, 0.0}, {0.3, 0.7, 0.0}, {0.4, 0.6, 0.0}, {0.0, 1.0, 0.0}});
+    selectAndLoad("arm");
+    QTest::mouseClick(controls->relative, Qt::LeftButton);
+    clickColumnHeader(0);
+    vorel::release(controls->valueSlider, 200);
+    const double expected[] = {0.7, 0.5, 0.6, 0.2};
+    for (int vertex = 0; vertex < 4; ++vertex)
+        EXPECT_DOUBLE_EQ(vorel::weightsOf(arm, vertex)[0], expected[vertex]) << vertex;
+}
+
 TEST_F(SliderDrag, RelativeColumnDragClampsAtZero) {
-    table->selectColumn(1);
-    // The drag starts from 0 and the top weight of the column is 0.8: going to 0.5 moves the
-    // column by 0.5 - 0.8.
-    vorel::release(controls->valueSlider, 500);
-    EXPECT_DOUBLE_EQ(vorel::weightsOf(body, 0)[1], 0.5);
-    EXPECT_DOUBLE_EQ(vorel::weightsOf(body, 1)[1], 0.2);
+    QTest::mouseClick(controls->relative, Qt::LeftButton);
+    clickColumnHeader(1);
+    // The column's top weight 0.8 is where the drag starts: -0.5 takes 0.2 below zero.
+    vorel::release(controls->valueSlider, -500);
+    EXPECT_DOUBLE_EQ(vorel::weightsOf(body, 0)[1], 0.3);
+    EXPECT_EQ(vorel::weightsOf(body, 1)[1], 0.0);
     EXPECT_EQ(vorel::weightsOf(body, 2)[1], 0.0);
 }

@@ -87,10 +87,13 @@ TEST_F(Presentation, VertexOverTheInfluenceLimitHasAYellowHeaderWithBlackText) {
 TEST_F(Presentation, LockedColumnIsGrayWithABlackHeaderAndCannotBeEdited) {
     vorel::setWeights(body, {{0.5, 0.5, 0, 0, 0, 0}});
     selectAndLoad("body");
+    // A joint lock as a saved scene holds it: stored on the cluster, locked in the host.
     const HObject names =
         HFnStringArrayData().create(HStringArray(1, body.jointPath(1).fullPathName()));
     ASSERT_TRUE(
         HFnDependencyNode(body.clusterObject()).findPlug("lockedJointNames").setValue(names));
+    ASSERT_TRUE(vorel::run(std::string("setAttr ") + body.jointPath(1).fullPathName().asChar() +
+                           ".lockInfluenceWeights 1"));
     clickButton("LoadComponent");
 
     EXPECT_EQ(colorOf(cellData(1, 1, Qt::BackgroundRole)), QColor(Qt::gray));

@@ -1,9 +1,12 @@
 // Rounding one row for display: which weight takes the remainder after an edit (not the
-// edited one, not a locked one; equal weights resolve to their leftmost column), and the
-// one-pass fill the rebuild uses, which must give exactly what the separate steps give.
+// edited one, not a locked one; equal weights resolve to their leftmost column), where it goes
+// when it would fall below zero, and the one-pass fill the rebuild uses, which must give
+// exactly what the separate steps give.
 #include "weightRounding.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <numeric>
 #include <random>
 
 namespace {
@@ -101,9 +104,44 @@ TEST(LoadedRowRounding, OnePassFillEqualsTheSeparateSteps) {
         const Correction expected = weightRounding::absorbIntoLastWeight(separate, tolerance);
 
         WeightRow onePass(13, 0.0);
-        const Correction got = weightRounding::fillRoundedRow(
-            onePass.data(), elementOf.data(), weights.data(), 12, 3, tolerance, true);
+        const Correction got =
+            weightRounding::fillRoundedRow(onePass.data(), onePass.size(), elementOf.data(),
+                                           weights.data(), 12, 3, tolerance, true);
         ASSERT_EQ(got, expected) << trial;
         ASSERT_EQ(onePass, separate) << trial;
     }
+}
+
+TEST(RemainderRounding, ARemainderBelowZeroGoesToTheLargestUnlockedWeight) {
+    const auto give = [](WeightRow row, int position, std::vector<int> locked) {
+        double others = 0.0;
+        for (int i = 1; i < row.size(); ++i)
+            if (i != position && row[i] > 0.0)
+                others += row[i];
+        weightRounding::giveRemainder(row.data(), row.size(), position, others, [&](int column) {
+            return std::find(locked.begin(), locked.end(), column) != locked.end();
+        });
+        return weightsOf(row);
+    };
+    // 0.4 + 0.4 + 0.3 would leave the last weight -0.1: the leftmost largest one takes it.
+    std::vector<double> row = give(vertexRow({0.4, 0.4, 0.3, 0.1}), 4, {});
+    EXPECT_NEAR(row[0], 0.2, 1e-15);
+    EXPECT_EQ(row[1], 0.4);
+    EXPECT_EQ(row[3], 0.1);
+    // A locked weight gives nothing while an unlocked one can.
+    row = give(vertexRow({0.4, 0.4, 0.3, 0.1}), 4, {0});
+    EXPECT_EQ(row[0], 0.4);
+    EXPECT_NEAR(row[1], 0.2, 1e-15);
+    // More than the largest weight holds: it goes to zero and the next one gives the rest.
+    row = give(vertexRow({0.2, 0.2, 0.2, 0.2, 0.2, 0.2, 0.1}), 7, {});
+    EXPECT_EQ(row[0], 0.0);
+    EXPECT_NEAR(row[1], 0.1, 1e-15);
+    EXPECT_NEAR(std::accumulate(row.begin(), row.end(), 0.0), 1.0, 1e-15);
+    // A row its unlocked weights cannot bring to one (a vertex far from normalised) stays as
+    // rounded, locked weights untouched.
+    row = give(vertexRow({0.2, 0.2, 0.9}), 2, {2});
+    EXPECT_EQ(row, (std::vector<double>{0.2, 0.2, 0.9}));
+    // A remainder of zero or more stays where it belongs.
+    row = give(vertexRow({0.5, 0.3, 0.1}), 3, {});
+    EXPECT_NEAR(row[2], 0.2, 1e-15);
 }

@@ -193,6 +193,22 @@ void VorelWindowTest::selectCells(const std::vector<std::pair<int, int>>& cells)
     table->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
 }
 
+void VorelWindowTest::clickCell(int row, int column) {
+    const QModelIndex index = model->index(row, column);
+    ASSERT_TRUE(index.isValid());
+    table->scrollTo(index);
+    QTest::mouseClick(table->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      table->visualRect(index).center());
+}
+
+void VorelWindowTest::clickColumnHeader(int column) {
+    QHeaderView& header = *table->horizontalHeader();
+    ASSERT_GE(column, 0);
+    const QPoint centre(header.sectionViewportPosition(column) + header.sectionSize(column) / 2,
+                        header.height() / 2);
+    QTest::mouseClick(header.viewport(), Qt::LeftButton, Qt::NoModifier, centre);
+}
+
 void VorelWindowTest::typeIntoCell(std::pair<int, int> cell, const QString& text) {
     const QModelIndex index = model->index(cell.first, cell.second);
     table->setFocus();

@@ -78,6 +78,9 @@ protected:
     QStringList columnNames() const;
     // Selects cells of the table as a user's click would (replacing the selection).
     void selectCells(const std::vector<std::pair<int, int>>& cells);
+    // Clicks a cell, or the header of a column (which selects the whole column), as a user does.
+    void clickCell(int row, int column);
+    void clickColumnHeader(int column);
     // Opens the table's editor on `cell` (the selection stays), types `text` and presses
     // Return, as a user typing into a cell does.
     void typeIntoCell(std::pair<int, int> cell, const QString& text);

@@ -74,6 +74,8 @@ TEST_F(WindowScreenshot, ShowsTheLoadedSampleWithItsColours) {
     HPlug names = HFnDependencyNode(body.clusterObject()).findPlug("lockedJointNames");
     ASSERT_TRUE(names.setValue(
         HFnStringArrayData().create(HStringArray(1, body.jointPath(3).fullPathName()))));
+    ASSERT_TRUE(vorel::run(std::string("setAttr ") + body.jointPath(3).fullPathName().asChar() +
+                           ".lockInfluenceWeights 1"));
     clickButton("LoadComponent");
     ASSERT_EQ(model->rowCount(), 11);
     window->resize(760, 760);

@@ -6,7 +6,6 @@
 #include "vorelSession.h"
 
 #include <QAbstractItemModel>
-#include <QHeaderView>
 #include <QPushButton>
 #include <QTableView>
 #include <QTest>
@@ -17,18 +16,6 @@ using viewporttest::sameColour;
 
 using VorelWindowOverViewport = viewporttest::ViewportTestOn<vorel::VorelWindowTest>;
 
-namespace {
-
-void clickColumnHeader(QTableView& table, int column) {
-    QHeaderView& header = *table.horizontalHeader();
-    ASSERT_GE(column, 0);
-    QPoint centre(header.sectionViewportPosition(column) + header.sectionSize(column) / 2,
-                  header.height() / 2);
-    QTest::mouseClick(header.viewport(), Qt::LeftButton, Qt::NoModifier, centre);
-}
-
-} // namespace
-
 TEST_F(VorelWindowOverViewport, AHighlightedColumnColoursTheMeshByItsJoint) {
     selectAndLoad("sheet");
     clickButton("Highlight");
@@ -36,12 +23,12 @@ TEST_F(VorelWindowOverViewport, AHighlightedColumnColoursTheMeshByItsJoint) {
     const QPointF leftVertex = pixelOf(sheet.vertexAt(-1, 1));
     const QPointF rightVertex = pixelOf(sheet.vertexAt(1, 1));
 
-    clickColumnHeader(*table, columnNames().indexOf("left"));
+    clickColumnHeader(columnNames().indexOf("left"));
     QImage frame = draw();
     EXPECT_TRUE(sameColour(litColour(rampColour(1.0f)), colourAt(frame, leftVertex)));
     EXPECT_TRUE(sameColour(litColour(rampColour(0.0f)), colourAt(frame, rightVertex)));
 
-    clickColumnHeader(*table, columnNames().indexOf("right"));
+    clickColumnHeader(columnNames().indexOf("right"));
     frame = draw();
     EXPECT_TRUE(sameColour(litColour(rampColour(1.0f)), colourAt(frame, rightVertex)));
     EXPECT_TRUE(sameColour(litColour(rampColour(0.0f)), colourAt(frame, leftVertex)));
