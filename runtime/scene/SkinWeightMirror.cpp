@@ -1,0 +1,83 @@
+#include "scene/SkinWeightMirror.h"
+
+#include "api/StatusReport.h"
+#include "scene/NearestPoints.h"
+#include "scene/Node.h"
+#include "scene/SkinBindPose.h"
+#include "scene/SkinClusterData.h"
+#include "scene/SkinWeightAccess.h"
+
+namespace runtime {
+
+namespace {
+
+enum class Side { kSource, kPlane, kDestination };
+
+double& coordinate(HPoint& point, int axis) {
+    return axis == 0 ? point.x : axis == 1 ? point.y : point.z;
+}
+
+} // namespace
+
+HStatus mirrorSkinWeights(Scene& scene, Node& cluster, const std::vector<int>* vertices,
+                          const MirrorOptions& options, VertexWeightRecord* record,
+                          RuleCounts& counts) {
+    const SkinClusterData* data = cluster.skinCluster();
+    if (!cluster.isAlive() || !data)
+        return invalidParameter(cluster.name() + " is not a live skin cluster.");
+    HStatus status = checkVertices(*data, vertices);
+    if (!status)
+        return status;
+    std::vector<HPoint> positions = bindPosePositions(cluster);
+    positions.resize(data->weights().vertexCount());
+    std::vector<Side> sides(positions.size());
+    std::vector<unsigned> lenders;
+    std::vector<HPoint> lenderPositions;
+    for (unsigned v = 0; v < positions.size(); ++v) {
+        double along = coordinate(positions[v], options.axis);
+        if (!options.fromPositive)
+            along = -along;
+        sides[v] = along > options.tolerance    ? Side::kSource
+                   : along < -options.tolerance ? Side::kDestination
+                                                : Side::kPlane;
+        if (sides[v] != Side::kDestination) {
+            lenders.push_back(v);
+            lenderPositions.push_back(positions[v]);
+        }
+    }
+    bool destinationListed = false;
+    for (unsigned n = 0, count = vertexListSize(*data, vertices); n < count; ++n)
+        destinationListed =
+            destinationListed ||
+            sides[vertices ? static_cast<unsigned>((*vertices)[n]) : n] == Side::kDestination;
+    if (destinationListed && lenders.empty())
+        return invalidParameter(cluster.name() + " has no vertex on the side to mirror from.");
+
+    std::vector<std::string> names;
+    for (const NodePtr& influence : data->influences())
+        names.push_back(influence->name());
+    const std::vector<unsigned> counterparts = counterpartInfluences(names, options.sides);
+    const SkinWeights original = data->weights();
+    std::unique_ptr<NearestPoints> nearest;
+    if (!lenders.empty())
+        nearest = std::make_unique<NearestPoints>(std::move(lenderPositions));
+
+    auto rule = [&](unsigned vertex, VertexEntries& entries, const std::vector<char>&) {
+        if (sides[vertex] == Side::kPlane) {
+            entries = symmetricWeights(entries, counterparts);
+        } else if (sides[vertex] == Side::kDestination) {
+            HPoint image = positions[vertex];
+            coordinate(image, options.axis) = -coordinate(image, options.axis);
+            const unsigned lender = lenders[nearest->nearest(image)];
+            VertexEntries lent;
+            readEntries(original, lender, lent);
+            if (sides[lender] == Side::kPlane)
+                lent = symmetricWeights(lent, counterparts);
+            entries = mirroredWeights(lent, counterparts);
+        }
+        return true;
+    };
+    return applyVertexRule(scene, cluster, vertices, record, rule, counts);
+}
+
+} // namespace runtime
