@@ -82,16 +82,16 @@ HStatus matchByPosition(const WeightsFileCluster& file, const Node& cluster,
     if (file.vertices.empty())
         return invalidParameter("the file lists no vertices of " + file.mesh + ".");
     const std::vector<HPoint> positions = bindPosePositions(cluster);
-    const NearestPoints nearest(file.positions);
     const unsigned count = vertices ? static_cast<unsigned>(vertices->size())
                                     : static_cast<unsigned>(positions.size());
-    plan.targets.reserve(count);
-    plan.sources.reserve(count);
+    std::vector<HPoint> places;
+    places.reserve(count);
     for (unsigned n = 0; n < count; ++n) {
         const unsigned vertex = vertices ? static_cast<unsigned>((*vertices)[n]) : n;
         plan.targets.push_back(vertex);
-        plan.sources.push_back(nearest.nearest(positions[vertex]));
+        places.push_back(positions[vertex]);
     }
+    plan.sources = NearestPoints(file.positions).nearestEach(places);
     return HS::kSuccess;
 }
 

@@ -85,23 +85,6 @@ bool JsonCursor::failAt(std::size_t offset, const std::string& what) {
     return false;
 }
 
-void JsonCursor::skipSpace() {
-    while (m_at < m_size) {
-        char c = m_text[m_at];
-        if (c != ' ' && c != '\n' && c != '\r' && c != '\t')
-            return;
-        ++m_at;
-    }
-}
-
-bool JsonCursor::peek(char& c) {
-    skipSpace();
-    if (m_at >= m_size)
-        return fail("the text ends too early");
-    c = m_text[m_at];
-    return ok();
-}
-
 bool JsonCursor::expect(char wanted, const char* what) {
     char c = 0;
     if (!peek(c))
@@ -234,40 +217,50 @@ bool JsonCursor::readNumber(double& value) {
         return false;
     const std::size_t start = m_at;
     m_valueStart = start;
-    std::size_t at = m_at;
-    auto digits = [&] {
-        std::size_t from = at;
-        while (at < m_size && isDigit(m_text[at]))
-            ++at;
-        return at > from;
-    };
-    if (at < m_size && m_text[at] == '-')
-        ++at;
-    if (at < m_size && m_text[at] == '0') {
-        ++at;
-    } else if (!digits()) {
+    const char* const digits = m_text + start + (c == '-' ? 1 : 0);
+    const char* const end = m_text + m_size;
+    if (digits >= end || !isDigit(*digits))
         return fail("expected a number");
-    }
-    if (at < m_size && m_text[at] == '.') {
-        ++at;
-        if (!digits())
-            return fail("a number without digits after its '.'");
-    }
-    if (at < m_size && (m_text[at] == 'e' || m_text[at] == 'E')) {
-        ++at;
-        if (at < m_size && (m_text[at] == '+' || m_text[at] == '-'))
-            ++at;
-        if (!digits())
-            return fail("a number without digits in its exponent");
-    }
-    std::from_chars_result result = std::from_chars(m_text + start, m_text + at, value);
-    if (result.ec != std::errc() || result.ptr != m_text + at)
+    // std::from_chars takes a little more than JSON does ("01", "1.", "1.e5"): the text it took
+    // is checked against JSON's rules afterwards, which costs less than a scan of its own.
+    const std::from_chars_result result = std::from_chars(m_text + start, end, value);
+    const char* const last = result.ptr;
+    if (*digits == '0' && digits + 1 < last && isDigit(digits[1]))
+        return fail("a number with a leading zero");
+    const void* dot = std::memchr(digits, '.', static_cast<std::size_t>(last - digits));
+    const char* const afterDot = dot ? static_cast<const char*>(dot) + 1 : nullptr;
+    if (afterDot && (afterDot == end || !isDigit(*afterDot)))
+        return fail("a number without digits after its '.'");
+    if (last < end && (*last == 'e' || *last == 'E'))
+        return fail("a number without digits in its exponent");
+    if (result.ec != std::errc())
         return fail("a number too large or too small for a double");
-    m_at = at;
+    m_at = static_cast<std::size_t>(last - m_text);
     return true;
 }
 
 bool JsonCursor::readInteger(long long minimum, long long maximum, long long& value) {
+    char c = 0;
+    if (!peek(c))
+        return false;
+    // A plain whole number of up to 18 digits, the usual case, is read without a double.
+    std::size_t at = m_at + (c == '-' ? 1 : 0);
+    const std::size_t first = at;
+    long long whole = 0;
+    while (at < m_size && at - first < 18 && isDigit(m_text[at]))
+        whole = whole * 10 + (m_text[at++] - '0');
+    const char after = at < m_size ? m_text[at] : ' ';
+    const bool plain = at > first && (at == first + 1 || m_text[first] != '0') &&
+                       !isDigit(after) && after != '.' && after != 'e' && after != 'E';
+    if (plain) {
+        m_valueStart = m_at;
+        m_at = at;
+        value = c == '-' ? -whole : whole;
+        if (value < minimum || value > maximum)
+            return failAtValue("expected a whole number from " + std::to_string(minimum) +
+                               " to " + std::to_string(maximum));
+        return true;
+    }
     double number = 0.0;
     if (!readNumber(number))
         return false;

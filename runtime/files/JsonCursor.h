@@ -61,13 +61,27 @@ public:
     void seek(std::size_t offset) { m_at = offset; }
 
 private:
-    void skipSpace();
+    // Inline: they run several times for every number of a large file.
+    void skipSpace() {
+        while (m_at < m_size) {
+            const char c = m_text[m_at];
+            if (c != ' ' && c != '\n' && c != '\r' && c != '\t')
+                return;
+            ++m_at;
+        }
+    }
+    bool peek(char& c) {
+        skipSpace();
+        if (m_at >= m_size)
+            return fail("the text ends too early");
+        c = m_text[m_at];
+        return ok();
+    }
     bool failAt(std::size_t offset, const std::string& what);
     bool expect(char wanted, const char* what);
     bool skipValue(int depth);
     bool readEscape(std::string& value);
     bool copyUtf8(std::string& value);
-    bool peek(char& c);
 
     const char* m_text;
     std::size_t m_size;

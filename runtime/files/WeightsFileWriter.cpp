@@ -1,5 +1,6 @@
 #include "files/WeightsFileWriter.h"
 
+#include "core/ParallelParts.h"
 #include "files/AtomicFile.h"
 
 #include <charconv>
@@ -10,6 +11,9 @@ namespace runtime {
 namespace {
 
 using Json = nlohmann::ordered_json;
+
+// Vertices per thread below which one thread writes them all.
+constexpr size_t kVerticesPerPart = 20000;
 
 // Appends text and numbers to one string; numbers go through a buffer on the stack.
 class TextOut {
@@ -68,60 +72,73 @@ void writeVertex(TextOut& out, const WeightsFileCluster& cluster, unsigned slot)
     out << "]]";
 }
 
-void writeCluster(TextOut& out, const WeightsFileCluster& cluster) {
-    out << "{\"name\": ";
-    out.quoted(cluster.name) << ", \"mesh\": ";
-    out.quoted(cluster.mesh) << ", \"vertexCount\": " << cluster.vertexCount
-                             << ",\n\"influences\": [";
-    for (size_t i = 0; i < cluster.influences.size(); ++i) {
-        const WeightsFileInfluence& influence = cluster.influences[i];
-        out << (i == 0 ? "\n{\"name\": " : ",\n{\"name\": ");
-        out.quoted(influence.name) << ", \"path\": ";
-        out.quoted(influence.path)
-            << ", \"lockInfluenceWeights\": " << (influence.locked ? "true}" : "false}");
-    }
-    out << "\n],\n";
-    if (cluster.hasLocks) {
-        out << "\"locks\": ";
-        out.json(locksJson(cluster.locks)) << ",\n";
-    }
-    out << "\"vertices\": [";
-    for (unsigned slot = 0; slot < cluster.vertices.size(); ++slot) {
-        out << (slot == 0 ? "\n" : ",\n");
-        writeVertex(out, cluster, slot);
-    }
-    out << "\n]}";
+// The vertex lines of a cluster. Each line stands alone, so large clusters are written in parts
+// on threads of their own (ParallelParts.h), given back in order.
+std::vector<std::string> vertexLines(const WeightsFileCluster& cluster) {
+    const size_t count = cluster.vertices.size();
+    const unsigned parts = partCount(count, kVerticesPerPart);
+    std::vector<std::string> texts(parts);
+    runInParts(count, parts, [&](unsigned part, size_t begin, size_t end) {
+        texts[part].reserve((end - begin) * 72 + cluster.weights.entryTotal() * 28 / parts);
+        TextOut out(texts[part]);
+        for (size_t slot = begin; slot < end; ++slot) {
+            out << (slot == 0 ? "\n" : ",\n");
+            writeVertex(out, cluster, static_cast<unsigned>(slot));
+        }
+    });
+    return texts;
 }
 
-size_t estimatedSize(const WeightsFile& file) {
-    size_t size = 4096;
-    for (const WeightsFileCluster& cluster : file.clusters)
-        size += cluster.vertices.size() * 72 + cluster.weights.entryTotal() * 28 +
-                cluster.influences.size() * 256;
-    return size;
+// The file as pieces of text to be written one after the other.
+std::vector<std::string> weightsFilePieces(const WeightsFile& file) {
+    std::vector<std::string> pieces(1);
+    TextOut(pieces.back()) << "{\"format\": \"" << kWeightsFileFormat
+                           << "\", \"version\": " << static_cast<unsigned>(kWeightsFileVersion)
+                           << ",\n\"skinClusters\": [";
+    for (size_t c = 0; c < file.clusters.size(); ++c) {
+        const WeightsFileCluster& cluster = file.clusters[c];
+        TextOut out(pieces.back());
+        out << (c == 0 ? "\n{\"name\": " : ",\n{\"name\": ");
+        out.quoted(cluster.name) << ", \"mesh\": ";
+        out.quoted(cluster.mesh) << ", \"vertexCount\": " << cluster.vertexCount
+                                 << ",\n\"influences\": [";
+        for (size_t i = 0; i < cluster.influences.size(); ++i) {
+            const WeightsFileInfluence& influence = cluster.influences[i];
+            out << (i == 0 ? "\n{\"name\": " : ",\n{\"name\": ");
+            out.quoted(influence.name) << ", \"path\": ";
+            out.quoted(influence.path)
+                << ", \"lockInfluenceWeights\": " << (influence.locked ? "true}" : "false}");
+        }
+        out << "\n],\n";
+        if (cluster.hasLocks) {
+            out << "\"locks\": ";
+            out.json(locksJson(cluster.locks)) << ",\n";
+        }
+        out << "\"vertices\": [";
+        for (std::string& lines : vertexLines(cluster))
+            pieces.push_back(std::move(lines));
+        pieces.emplace_back("\n]}");
+    }
+    TextOut(pieces.back()) << "\n]}\n";
+    return pieces;
 }
 
 } // namespace
 
 std::string weightsFileText(const WeightsFile& file) {
     std::string text;
-    text.reserve(estimatedSize(file));
-    TextOut out(text);
-    out << "{\"format\": \"" << kWeightsFileFormat
-        << "\", \"version\": " << static_cast<unsigned>(kWeightsFileVersion)
-        << ",\n\"skinClusters\": [";
-    for (size_t c = 0; c < file.clusters.size(); ++c) {
-        out << (c == 0 ? "\n" : ",\n");
-        writeCluster(out, file.clusters[c]);
-    }
-    out << "\n]}\n";
+    for (const std::string& piece : weightsFilePieces(file))
+        text += piece;
     return text;
 }
 
 FileResult writeWeightsFile(const WeightsFile& file, const std::string& path) {
-    const std::string text = weightsFileText(file);
+    const std::vector<std::string> pieces = weightsFilePieces(file);
+    std::vector<ByteBlock> blocks;
+    for (const std::string& piece : pieces)
+        blocks.push_back({piece.data(), piece.size()});
     Progress progress(ProgressReporter::silent());
-    return writeFileAtomically(path, {ByteBlock{text.data(), text.size()}}, progress);
+    return writeFileAtomically(path, blocks, progress);
 }
 
 } // namespace runtime

@@ -1,5 +1,7 @@
 #include "scene/NearestPoints.h"
 
+#include "core/ParallelParts.h"
+
 #include <cassert>
 #include <limits>
 #include <nanoflann.hpp>
@@ -74,6 +76,18 @@ unsigned NearestPoints::nearest(const HPoint& place) const {
     NearestLowestIndex result;
     m_tree->index.findNeighbors(result, query, nanoflann::SearchParams());
     return result.index();
+}
+
+std::vector<unsigned> NearestPoints::nearestEach(const std::vector<HPoint>& places) const {
+    // Below this many places per thread, one thread answers them all.
+    constexpr size_t kPlacesPerPart = 10000;
+    std::vector<unsigned> found(places.size());
+    runInParts(places.size(), partCount(places.size(), kPlacesPerPart),
+               [&](unsigned, size_t begin, size_t end) {
+                   for (size_t i = begin; i < end; ++i)
+                       found[i] = nearest(places[i]);
+               });
+    return found;
 }
 
 } // namespace runtime

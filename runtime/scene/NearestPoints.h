@@ -24,6 +24,8 @@ public:
     unsigned size() const;
     // The index of the point nearest to place.
     unsigned nearest(const HPoint& place) const;
+    // nearest() of each place, the many places of a large mesh on threads of their own.
+    std::vector<unsigned> nearestEach(const std::vector<HPoint>& places) const;
 
 private:
     struct Tree;

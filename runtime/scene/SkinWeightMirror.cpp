@@ -45,32 +45,41 @@ HStatus mirrorSkinWeights(Scene& scene, Node& cluster, const std::vector<int>* v
             lenderPositions.push_back(positions[v]);
         }
     }
-    bool destinationListed = false;
-    for (unsigned n = 0, count = vertexListSize(*data, vertices); n < count; ++n)
-        destinationListed =
-            destinationListed ||
-            sides[vertices ? static_cast<unsigned>((*vertices)[n]) : n] == Side::kDestination;
-    if (destinationListed && lenders.empty())
+    // The listed destination vertices, and where their mirror images are.
+    std::vector<unsigned> destinations;
+    std::vector<HPoint> images;
+    for (unsigned n = 0, count = vertexListSize(*data, vertices); n < count; ++n) {
+        const unsigned v = vertices ? static_cast<unsigned>((*vertices)[n]) : n;
+        if (sides[v] != Side::kDestination)
+            continue;
+        destinations.push_back(v);
+        images.push_back(positions[v]);
+        coordinate(images.back(), options.axis) = -coordinate(images.back(), options.axis);
+    }
+    if (!destinations.empty() && lenders.empty())
         return invalidParameter(cluster.name() + " has no vertex on the side to mirror from.");
 
     std::vector<std::string> names;
     for (const NodePtr& influence : data->influences())
         names.push_back(influence->name());
     const std::vector<unsigned> counterparts = counterpartInfluences(names, options.sides);
-    const SkinWeights original = data->weights();
-    std::unique_ptr<NearestPoints> nearest;
-    if (!lenders.empty())
-        nearest = std::make_unique<NearestPoints>(std::move(lenderPositions));
+    std::vector<unsigned> lenderOf(positions.size(), 0);
+    if (!destinations.empty()) {
+        const std::vector<unsigned> nearest =
+            NearestPoints(std::move(lenderPositions)).nearestEach(images);
+        for (size_t i = 0; i < destinations.size(); ++i)
+            lenderOf[destinations[i]] = lenders[nearest[i]];
+    }
 
     auto rule = [&](unsigned vertex, VertexEntries& entries, const std::vector<char>&) {
         if (sides[vertex] == Side::kPlane) {
             entries = symmetricWeights(entries, counterparts);
         } else if (sides[vertex] == Side::kDestination) {
-            HPoint image = positions[vertex];
-            coordinate(image, options.axis) = -coordinate(image, options.axis);
-            const unsigned lender = lenders[nearest->nearest(image)];
+            const unsigned lender = lenderOf[vertex];
+            // An in-plane lender may have been averaged already in this pass; averaging it
+            // again gives the very same weights.
             VertexEntries lent;
-            readEntries(original, lender, lent);
+            readEntries(data->weights(), lender, lent);
             if (sides[lender] == Side::kPlane)
                 lent = symmetricWeights(lent, counterparts);
             entries = mirroredWeights(lent, counterparts);

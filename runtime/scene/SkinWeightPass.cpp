@@ -48,6 +48,15 @@ HStatus applyVertexRule(Scene& scene, Node& cluster, const std::vector<int>* ver
     VertexEntries before, after;
     auto changed = std::make_shared<std::vector<unsigned>>();
     const unsigned count = vertexListSize(*data, vertices);
+    if (record) {
+        // Edits over many vertices usually change most of them: room for all at once is
+        // cheaper than growing the record vertex by vertex.
+        std::size_t entries = 0;
+        for (unsigned n = 0; n < count; ++n)
+            entries += weights.entryCount(vertices ? static_cast<unsigned>((*vertices)[n]) : n);
+        record->reserve(count, entries);
+    }
+    changed->reserve(count);
     for (unsigned n = 0; n < count; ++n) {
         const unsigned vertex = vertices ? static_cast<unsigned>((*vertices)[n]) : n;
         const std::vector<char>& vertexInfluenceLocks =

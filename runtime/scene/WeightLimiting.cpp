@@ -9,42 +9,42 @@ bool limitWeights(VertexEntries& entries, const std::vector<char>& locks, unsign
     auto locked = [&](unsigned influence) {
         return influence < locks.size() && locks[influence] != 0;
     };
-    // Ranks: the largest weight first, the lower influence first among equal ones.
-    std::vector<unsigned> order(entries.size());
-    for (unsigned i = 0; i < order.size(); ++i)
-        order[i] = i;
-    std::sort(order.begin(), order.end(), [&](unsigned a, unsigned b) {
-        return entries[a].weight != entries[b].weight ? entries[a].weight > entries[b].weight
-                                                      : entries[a].influence < entries[b].influence;
+    auto kept = [&](const WeightEntry& entry, size_t rank) {
+        return rank < limit && entry.weight >= threshold;
+    };
+    if (entries.size() <= limit &&
+        std::all_of(entries.begin(), entries.end(),
+                    [&](const WeightEntry& e) { return e.weight >= threshold; }))
+        return true;
+    // Ranks: the largest weight first, the lower influence first among equal ones. Scratch
+    // room is kept between calls: this runs once per vertex of large meshes.
+    static thread_local VertexEntries ranked;
+    ranked = entries;
+    std::sort(ranked.begin(), ranked.end(), [](const WeightEntry& a, const WeightEntry& b) {
+        return a.weight != b.weight ? a.weight > b.weight : a.influence < b.influence;
     });
-    std::vector<char> kept(entries.size(), 0);
     double dropped = 0.0, keptUnlocked = 0.0;
-    for (unsigned rank = 0; rank < order.size(); ++rank) {
-        const WeightEntry& entry = entries[order[rank]];
-        const bool keep = rank < limit && entry.weight >= threshold;
-        if (!keep && locked(entry.influence))
+    for (size_t rank = 0; rank < ranked.size(); ++rank) {
+        const WeightEntry& entry = ranked[rank];
+        if (!kept(entry, rank) && locked(entry.influence))
             return false;
-        kept[order[rank]] = keep;
-        if (!keep)
+        if (!kept(entry, rank))
             dropped += entry.weight;
         else if (!locked(entry.influence))
             keptUnlocked += entry.weight;
     }
-    if (std::find(kept.begin(), kept.end(), 0) == kept.end())
-        return true;
     if (dropped > 0.0 && keptUnlocked <= 0.0)
         return false;
     const double scale = dropped > 0.0 ? (keptUnlocked + dropped) / keptUnlocked : 1.0;
-    VertexEntries limited;
-    for (size_t i = 0; i < entries.size(); ++i) {
-        if (!kept[i])
-            continue;
-        WeightEntry entry = entries[i];
+    ranked.resize(std::min<size_t>(limit, ranked.size()));
+    while (!ranked.empty() && ranked.back().weight < threshold)
+        ranked.pop_back();
+    for (WeightEntry& entry : ranked)
         if (!locked(entry.influence))
             entry.weight *= scale;
-        limited.push_back(entry);
-    }
-    entries = std::move(limited);
+    std::sort(ranked.begin(), ranked.end(),
+              [](const WeightEntry& a, const WeightEntry& b) { return a.influence < b.influence; });
+    entries.assign(ranked.begin(), ranked.end());
     return true;
 }
 

@@ -35,12 +35,15 @@ bool quantizeWeights(VertexEntries& entries, const std::vector<char>& locks, uns
     if (left < 0 || (left > 0 && !(unlockedSum > 0.0)))
         return false;
 
+    // The unlocked weights' shares of the steps left, whole steps first. Scratch room is kept
+    // between calls: this runs once per vertex of large meshes.
     struct Share {
         size_t entry;
         long long count;
         double remainder;
     };
-    std::vector<Share> shares;
+    static thread_local std::vector<Share> shares;
+    shares.clear();
     long long given = 0;
     for (size_t i = 0; i < entries.size(); ++i) {
         if (locked(entries[i].influence))
@@ -50,24 +53,20 @@ bool quantizeWeights(VertexEntries& entries, const std::vector<char>& locks, uns
         shares.push_back({i, count, exact - static_cast<double>(count)});
         given += count;
     }
-    std::vector<Share*> byRemainder;
-    for (Share& share : shares)
-        byRemainder.push_back(&share);
-    std::stable_sort(byRemainder.begin(), byRemainder.end(),
-                     [&](const Share* a, const Share* b) { return a->remainder > b->remainder; });
-    for (size_t n = 0; given < left; ++n, ++given)
-        ++byRemainder[n % byRemainder.size()]->count;
-
-    VertexEntries quantized;
-    size_t next = 0;
-    for (size_t i = 0; i < entries.size(); ++i) {
-        double weight = entries[i].weight;
-        if (next < shares.size() && shares[next].entry == i)
-            weight = static_cast<double>(shares[next++].count) / steps;
-        if (weight != 0.0)
-            quantized.push_back({entries[i].influence, weight});
+    if (given < left) {
+        // The steps left over go to the largest remainders; shares are in influence order, so
+        // a stable sort puts the lower influence first among equal remainders.
+        std::stable_sort(shares.begin(), shares.end(), [](const Share& a, const Share& b) {
+            return a.remainder > b.remainder;
+        });
+        for (size_t n = 0; given < left; ++n, ++given)
+            ++shares[n % shares.size()].count;
     }
-    entries = std::move(quantized);
+    for (const Share& share : shares)
+        entries[share.entry].weight = static_cast<double>(share.count) / steps;
+    entries.erase(std::remove_if(entries.begin(), entries.end(),
+                                 [](const WeightEntry& entry) { return entry.weight == 0.0; }),
+                  entries.end());
     return true;
 }
 
