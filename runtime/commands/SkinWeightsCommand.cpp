@@ -17,7 +17,8 @@
 // Import and the edits write the skin clusters' weights directly, each run one undo step that
 // restores them bit for bit. Limit, quantize and mirror leave alone the vertices they cannot
 // change without changing a locked weight, and say in one warning how many there were. The
-// command gives the number of vertices written (export, import) or changed (the edits).
+// command gives the number of vertices written (export, import) or changed (the edits). A mesh
+// that lies on one side of the mirror plane only (one arm) is left as it is, with a warning.
 // Matching a file's skin clusters with the targets: a file of one cluster goes to the one
 // target; otherwise each target takes the file's cluster of the same mesh (full path, else
 // short name). Bad input is refused before anything changes.
@@ -290,7 +291,11 @@ private:
             HStatus status =
                 runtime::mirrorSkinWeights(m_scene, *target.cluster, target.vertices.get(), options,
                                            &m_journal.keepWeights(*target.cluster), counts);
-            if (!status) {
+            if (status.statusCode() == HS::kNotFound) {
+                HGlobal::displayWarning(HString(std::string(kCommand) + ": " +
+                                                status.errorString().str() +
+                                                " Its weights were left as they are."));
+            } else if (!status) {
                 m_journal.undo();
                 return reportFailure(kCommand, status);
             }

@@ -57,7 +57,8 @@ HStatus mirrorSkinWeights(Scene& scene, Node& cluster, const std::vector<int>* v
         coordinate(images.back(), options.axis) = -coordinate(images.back(), options.axis);
     }
     if (!destinations.empty() && lenders.empty())
-        return invalidParameter(cluster.name() + " has no vertex on the side to mirror from.");
+        return HStatus(HS::kNotFound,
+                       cluster.name() + " has no vertex on the side to mirror from.");
 
     std::vector<std::string> names;
     for (const NodePtr& influence : data->influences())

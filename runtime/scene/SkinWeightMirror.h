@@ -12,9 +12,10 @@
 // back, bit for bit.
 //
 // Vertices run through applyVertexRule (SkinWeightPass.h): a vertex whose new weights would
-// change a locked weight is left as it is and counted as refused. Fails, changing nothing,
-// when destination-side vertices are listed but no vertex lies on the source side or in the
-// plane, besides applyVertexRule's failures.
+// change a locked weight is left as it is and counted as refused. Fails with kNotFound,
+// changing nothing, when destination-side vertices are listed but no vertex lies on the source
+// side or in the plane (a mesh of one side only, such as one arm), besides applyVertexRule's
+// failures.
 #pragma once
 
 #include "HStatus.h"

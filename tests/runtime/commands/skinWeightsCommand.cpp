@@ -267,12 +267,18 @@ TEST_F(SkinWeights, WarnsOfVerticesItLeavesAndOfWeightsThatDoNotSumToOne) {
     ASSERT_TRUE(run("skinWeights -export " + quoted("w.json")));
     ASSERT_TRUE(run("skinWeights -import " + quoted("w.json") + " body.vtx[4:5]"));
     ASSERT_TRUE(run("setAttr cluster1.lockVertex[1] 1; skinWeights -quantize 3 body.vtx[1]"));
+    ASSERT_TRUE(run("polyPlane -n arm_R -w 1 -h 1; setAttr arm_R.tx -3; skinCluster -n armSkin a "
+                    "c arm_R; skinWeights -mirror x arm_R body.vtx[0]"));
     EXPECT_EQ(output.texts(HCommandMessage::kWarning),
               (Texts{"skinWeights: 2 vertices were left unchanged: limiting would change a locked "
                      "weight or leave no weight.",
                      "skinWeights: The weights of 1 vertex do not sum to 1.",
                      "skinWeights: 1 vertex was left unchanged: quantizing would change a locked "
-                     "weight, or there is no weight to share the steps by."}));
+                     "weight, or there is no weight to share the steps by.",
+                     "skinWeights: armSkin has no vertex on the side to mirror from. Its weights "
+                     "were left as they are.",
+                     "skinWeights: 1 vertex was left unchanged: mirroring would change a locked "
+                     "weight."}));
 }
 
 TEST_F(SkinWeights, BadInputIsRefusedWithItsProblemAndChangesNothing) {
