@@ -162,14 +162,15 @@ private:
             if (parser.isFlagSet(flag) && parser.flagArgumentString(flag, 0).length() == 0)
                 return reportFailure(kCommand, std::string("-") + flag + " needs a file name.");
         for (unsigned use = 0; use < parser.numberOfFlagUses("sideNames"); ++use)
-            if (pairAt(parser, "sideNames", use).from.empty() ||
-                pairAt(parser, "sideNames", use).to.empty())
+            if (pairAt(parser, "sideNames", use).first.empty() ||
+                pairAt(parser, "sideNames", use).second.empty())
                 return reportFailure(kCommand, "-sideNames needs two names that are not empty.");
         return HS::kSuccess;
     }
 
-    static runtime::InfluenceRemap pairAt(const HArgParser& parser, const char* flag,
-                                          unsigned use) {
+    // The two names of one use of a flag that takes two (-remap, -sideNames).
+    static std::pair<std::string, std::string> pairAt(const HArgParser& parser, const char* flag,
+                                                      unsigned use) {
         HArgList values;
         parser.getFlagArgumentList(flag, use, values);
         return {values.asString(0).str(), values.asString(1).str()};
@@ -204,8 +205,10 @@ private:
                 ? runtime::VertexMatching::kPosition
                 : runtime::VertexMatching::kIndex;
         std::vector<runtime::InfluenceRemap> remaps;
-        for (unsigned use = 0; use < parser.numberOfFlagUses("remap"); ++use)
-            remaps.push_back(pairAt(parser, "remap", use));
+        for (unsigned use = 0; use < parser.numberOfFlagUses("remap"); ++use) {
+            const auto [from, to] = pairAt(parser, "remap", use);
+            remaps.push_back({from, to});
+        }
 
         std::vector<runtime::ImportPlan> plans;
         const bool onlyPair = file.clusters.size() == 1 && targets.size() == 1;
@@ -282,8 +285,8 @@ private:
         if (parser.isFlagSet("sideNames")) {
             options.sides.clear();
             for (unsigned use = 0; use < parser.numberOfFlagUses("sideNames"); ++use) {
-                runtime::InfluenceRemap pair = pairAt(parser, "sideNames", use);
-                options.sides.push_back({pair.from, pair.to});
+                const auto [first, second] = pairAt(parser, "sideNames", use);
+                options.sides.push_back({first, second});
             }
         }
         runtime::RuleCounts counts;

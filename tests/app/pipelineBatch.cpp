@@ -36,8 +36,8 @@ void makeAssets(const QDir& folder) {
 // Every vertex of the file's skin weights: at most four weights, each a whole number of
 // 1/255 (within the float precision of glTF), 255 of them in all.
 void expectEngineReady(const QString& file, const QString& json) {
-    appfixture::HostRun exported = runHost(
-        {"--batch", "--no-plugin", file, "-c", "skinWeights -export \"" + json + "\""});
+    appfixture::HostRun exported =
+        runHost({"--batch", "--no-plugin", file, "-c", "skinWeights -export \"" + json + "\""});
     ASSERT_EQ(exported.exitCode, 0) << exported.err.join('\n').toStdString();
     QFile text(json);
     ASSERT_TRUE(text.open(QIODevice::ReadOnly));
@@ -68,7 +68,12 @@ TEST(PipelineBatch, GnuParallelPreparesEveryFileForAnEngine) {
     ASSERT_TRUE(folder.mkdir("assets") && folder.mkdir("out"));
     makeAssets(folder);
 
-    QStringList arguments = {"-q", VOREL_HOST_PROGRAM, "--batch", "--no-plugin", "{}", "-c",
+    QStringList arguments = {"-q",
+                             VOREL_HOST_PROGRAM,
+                             "--batch",
+                             "--no-plugin",
+                             "{}",
+                             "-c",
                              "skinWeights -limit 4; skinWeights -quantize 255; "
                              "file -ea \"out/{/.}.glb\"",
                              ":::"};
@@ -79,4 +84,25 @@ TEST(PipelineBatch, GnuParallelPreparesEveryFileForAnEngine) {
     for (const QString& asset : kAssets)
         expectEngineReady(folder.filePath("out/" + asset + ".glb"),
                           folder.filePath(asset + ".json"));
+}
+
+TEST(PipelineBatch, EveryFormRunsInBatchModeAndGivesItsCount) {
+    QTemporaryDir folder;
+    const QString json = folder.filePath("body.json");
+    appfixture::HostRun run = runHost(
+        {"--batch", "--no-plugin", "-s", VOREL_SAMPLES_DIR "/skinned-cylinder.cmd", "-c",
+         "print `skinWeights -export \"" + json +
+             "\"`; print `skinWeights -limit 2`;"
+             "print `skinWeights -import \"" +
+             json +
+             "\" -method position -remap hip hip body`;"
+             "print `skinWeights -quantize 255 body.vtx[0:11]`; print `skinWeights -mirror x`;"
+             "skinWeights -mirror w"});
+    EXPECT_EQ(run.exitCode, 1);
+    QStringList printed;
+    for (int i = 0; i + 1 < run.out.size(); ++i)
+        if (run.out[i].startsWith("print `skinWeights"))
+            printed << run.out[i + 1];
+    EXPECT_EQ(printed, (QStringList{"110", "110", "110", "12", "2"}));
+    EXPECT_EQ(run.err, QStringList{"// Error: skinWeights: -mirror takes x, y or z."});
 }

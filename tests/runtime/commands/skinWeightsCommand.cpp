@@ -108,9 +108,14 @@ TEST_F(SkinWeights, ExportChangeAndImportRestoresEveryWeightAndLock) {
                     "cluster1.lockedVertexIndices[4] 0; setAttr cluster1.lockedVertexIndices[11] 1;"
                     "setAttr -type \"stringArray\" cluster1.lockedJointNames 0;"
                     "skinWeights -quantize 7; skinWeights -limit 1"));
-    ASSERT_NE(sceneState(), before);
+    const Texts changed = sceneState();
+    ASSERT_NE(changed, before);
     EXPECT_EQ(intResult("skinWeights -import " + quoted("w.json") + " body"), 120);
     expectScene(before);
+    ASSERT_TRUE(run("undo", false));
+    expectScene(changed, "after undo: ");
+    ASSERT_TRUE(run("redo", false));
+    expectScene(before, "after redo: ");
     EXPECT_EQ(intResult("skinWeights -import " + quoted("w.json")), 120);
     expectScene(before, "importing what is there changes nothing");
 }
