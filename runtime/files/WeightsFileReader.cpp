@@ -295,6 +295,8 @@ private:
         if (!m_cursor.enterArray() || !element(']', first, kPairShape) ||
             !m_cursor.readInteger(0, kMaxInfluenceIndex, influence))
             return false;
+        if (static_cast<size_t>(influence) >= m_lastVertexOf.size())
+            m_lastVertexOf.resize(static_cast<size_t>(influence) + 1, 0);
         if (m_lastVertexOf[static_cast<size_t>(influence)] == m_vertexNumber)
             return m_cursor.failAtValue("influence " + std::to_string(influence) +
                                         " appears twice in one vertex");
@@ -343,7 +345,7 @@ private:
     std::vector<double> m_weights;
     // For each influence index, the number of the vertex read last that has it, so that one
     // listed twice in a vertex is found at once.
-    std::vector<unsigned> m_lastVertexOf = std::vector<unsigned>(kMaxInfluenceIndex + 1, 0);
+    std::vector<unsigned> m_lastVertexOf;
     unsigned m_vertexNumber = 0;
     long long m_largestOfVertex = -1;
     // The largest influence index of the cluster being read, and the first vertex that has it.
