@@ -1,6 +1,7 @@
 #include "scene/SkinSmoothing.h"
 
 #include "api/StatusReport.h"
+#include "core/ParallelParts.h"
 #include "scene/MeshData.h"
 #include "scene/Node.h"
 #include "scene/Scene.h"
@@ -13,7 +14,6 @@
 #include <algorithm>
 #include <cmath>
 #include <string>
-#include <thread>
 
 namespace runtime {
 
@@ -21,7 +21,6 @@ namespace {
 
 // Below this many vertices per thread, starting threads costs more than it saves.
 constexpr size_t kVerticesPerThread = 20000;
-constexpr unsigned kMaxThreads = 8;
 // Weights per changed vertex that the change buffers make room for at first.
 constexpr size_t kExpectedWeights = 8;
 
@@ -150,12 +149,6 @@ private:
     VertexEntries m_entries;
 };
 
-unsigned threadCount(size_t vertices) {
-    size_t hardware = std::max(1u, std::thread::hardware_concurrency());
-    size_t useful = std::max<size_t>(1, vertices / kVerticesPerThread);
-    return static_cast<unsigned>(std::min({hardware, useful, size_t(kMaxThreads)}));
-}
-
 HStatus checkSmoothing(const Node& cluster, const MeshData* mesh,
                        const std::vector<unsigned>& vertices) {
     const SkinClusterData* data = cluster.skinCluster();
@@ -189,23 +182,19 @@ HStatus smoothSkinWeights(Scene& scene, Node& cluster, const std::vector<unsigne
     std::vector<char> locks = influenceLocks(data);
     VertexLocks vertexLocks(cluster);
 
-    unsigned threads = threadCount(vertices.size());
+    const unsigned threads = partCount(vertices.size(), kVerticesPerThread);
     std::vector<VertexSmoother> smoothers(
         threads,
         VertexSmoother(weights, *mesh, locks, vertexLocks, options, data.influenceCount()));
     std::vector<PassChanges> changes(threads);
     const unsigned* list = vertices.data();
-    auto share = [&](unsigned t) { return list + vertices.size() * t / threads; };
 
     unsigned changedPasses = 0;
     auto changedVertices = std::make_shared<std::vector<unsigned>>();
     for (unsigned pass = 0; pass < options.maxPasses; ++pass) {
-        std::vector<std::thread> workers;
-        for (unsigned t = 1; t < threads; ++t)
-            workers.emplace_back([&, t] { smoothers[t].run(share(t), share(t + 1), changes[t]); });
-        smoothers[0].run(share(0), share(1), changes[0]);
-        for (std::thread& worker : workers)
-            worker.join();
+        runInParts(vertices.size(), threads, [&](unsigned part, size_t begin, size_t end) {
+            smoothers[part].run(list + begin, list + end, changes[part]);
+        });
 
         bool changed = false;
         for (const PassChanges& part : changes) {

@@ -1,15 +1,9 @@
 #include "scene/SkinWeightCleanup.h"
 
-#include "api/StatusReport.h"
-#include "scene/Node.h"
-#include "scene/Scene.h"
-#include "scene/SkinClusterData.h"
-#include "scene/SkinLocks.h"
-#include "scene/SkinWeightAccess.h"
-#include "scene/VertexWeightRecord.h"
+#include "scene/SkinWeightPass.h"
+#include "scene/SkinWeights.h"
 
 #include <algorithm>
-#include <functional>
 
 namespace runtime {
 
@@ -25,54 +19,18 @@ void dropZeros(VertexEntries& entries) {
                   entries.end());
 }
 
-using VertexEdit = std::function<bool(VertexEntries&, const std::vector<char>&)>;
-
-// Runs edit on each listed vertex that is not locked; stores the result where edit says so
-// and it differs from what is there.
+// Runs edit on each listed vertex as applyVertexRule does; the edits here change no locked
+// weight, so the vertices it counts as refused are those edit left alone.
+template <typename Edit>
 HStatus editVertices(Scene& scene, Node& cluster, const std::vector<int>* vertices,
-                     VertexWeightRecord* record, const VertexEdit& edit) {
-    SkinClusterData* data = cluster.skinCluster();
-    if (!cluster.isAlive() || !data)
-        return invalidParameter(cluster.name() + " is not a live skin cluster.");
-    HStatus status = checkVertices(*data, vertices);
-    if (!status)
-        return status;
-    std::vector<char> locks = influenceLocks(*data);
-    VertexLocks vertexLocks(cluster);
-    SkinWeights& weights = data->weights();
-    VertexEntries entries;
-    std::vector<SkinWeights::Influence> influences;
-    std::vector<double> values;
-    unsigned count = vertexListSize(*data, vertices);
-    auto changed = std::make_shared<std::vector<unsigned>>();
-    for (unsigned n = 0; n < count; ++n) {
-        unsigned vertex = vertices ? static_cast<unsigned>((*vertices)[n]) : n;
-        if (vertexLocks.locked(vertex))
-            continue;
-        entries.clear();
-        for (unsigned i = 0; i < weights.entryCount(vertex); ++i)
-            entries.push_back({weights.influences(vertex)[i], weights.weights(vertex)[i]});
-        if (!edit(entries, locks))
-            continue;
-        std::sort(entries.begin(), entries.end(), [](const WeightEntry& a, const WeightEntry& b) {
-            return a.influence < b.influence;
-        });
-        if (holdsEntries(weights, vertex, entries))
-            continue;
-        if (record)
-            record->keep(weights, vertex);
-        influences.clear();
-        values.clear();
-        for (const WeightEntry& e : entries) {
-            influences.push_back(static_cast<SkinWeights::Influence>(e.influence));
-            values.push_back(e.weight);
-        }
-        weights.assign(vertex, influences.data(), values.data(),
-                       static_cast<unsigned>(entries.size()));
-        changed->push_back(vertex);
-    }
-    scene.notify(SceneChange::weightsChanged(cluster.shared_from_this(), std::move(changed)));
-    return HS::kSuccess;
+                     VertexWeightRecord* record, const Edit& edit) {
+    RuleCounts counts;
+    return applyVertexRule(
+        scene, cluster, vertices, record,
+        [&](unsigned, VertexEntries& entries, const std::vector<char>& locks) {
+            return edit(entries, locks);
+        },
+        counts);
 }
 
 } // namespace
@@ -85,6 +43,34 @@ bool holdsEntries(const SkinWeights& weights, unsigned vertex, const VertexEntri
             entries[i].weight != weights.weights(vertex)[i])
             return false;
     return true;
+}
+
+void readEntries(const SkinWeights& weights, unsigned vertex, VertexEntries& entries) {
+    entries.clear();
+    for (unsigned i = 0; i < weights.entryCount(vertex); ++i)
+        entries.push_back({weights.influences(vertex)[i], weights.weights(vertex)[i]});
+}
+
+void storeEntries(SkinWeights& weights, unsigned vertex, const VertexEntries& entries) {
+    // Most vertices have a few weights: their arrays live on the stack.
+    constexpr size_t kOnStack = 64;
+    SkinWeights::Influence stackInfluences[kOnStack];
+    double stackValues[kOnStack];
+    std::vector<SkinWeights::Influence> heapInfluences;
+    std::vector<double> heapValues;
+    SkinWeights::Influence* influences = stackInfluences;
+    double* values = stackValues;
+    if (entries.size() > kOnStack) {
+        heapInfluences.resize(entries.size());
+        heapValues.resize(entries.size());
+        influences = heapInfluences.data();
+        values = heapValues.data();
+    }
+    for (size_t i = 0; i < entries.size(); ++i) {
+        influences[i] = static_cast<SkinWeights::Influence>(entries[i].influence);
+        values[i] = entries[i].weight;
+    }
+    weights.assign(vertex, influences, values, static_cast<unsigned>(entries.size()));
 }
 
 bool normaliseUnlocked(VertexEntries& entries, const std::vector<char>& locks) {

@@ -29,6 +29,10 @@ using VertexEntries = std::vector<WeightEntry>;
 
 // Whether the vertex holds exactly these weights; entries sorted by influence.
 bool holdsEntries(const SkinWeights& weights, unsigned vertex, const VertexEntries& entries);
+// The vertex's non-zero weights, sorted by influence, in place of what entries held.
+void readEntries(const SkinWeights& weights, unsigned vertex, VertexEntries& entries);
+// Makes the entries the vertex's weights: influences listed once each, zeros dropped.
+void storeEntries(SkinWeights& weights, unsigned vertex, const VertexEntries& entries);
 
 // locks: one entry per influence, non-zero where locked (influenceLocks()).
 // False, changing nothing, when the unlocked influences hold no weight but the locked ones

@@ -191,7 +191,7 @@ void SkinWeights::release(Slot& slot) {
 }
 
 std::uint32_t SkinWeights::allocate(unsigned capacity) {
-    auto it = m_freeBlocks.find(capacity);
+    auto it = m_freeEntries > 0 ? m_freeBlocks.find(capacity) : m_freeBlocks.end();
     if (it != m_freeBlocks.end() && !it->second.empty()) {
         std::uint32_t begin = it->second.back();
         it->second.pop_back();
@@ -233,6 +233,12 @@ void SkinWeights::compact() {
 void SkinWeights::reserveEntries(std::size_t total) {
     m_influences.reserve(total);
     m_weights.reserve(total);
+}
+
+void SkinWeights::reserveMore(unsigned vertices, std::size_t entries) {
+    m_slots.reserve(m_slots.size() + vertices);
+    m_influences.reserve(m_influences.size() + entries);
+    m_weights.reserve(m_weights.size() + entries);
 }
 
 std::size_t SkinWeights::memoryBytes() const {

@@ -53,6 +53,8 @@ public:
     // Moves every vertex's weights together, dropping unused room.
     void compact();
     void reserveEntries(std::size_t total);
+    // Room for `vertices` more vertices and `entries` more weights, taken but not filled.
+    void reserveMore(unsigned vertices, std::size_t entries);
 
     // Same vertices with the same weights (storage layout aside).
     bool operator==(const SkinWeights& other) const;

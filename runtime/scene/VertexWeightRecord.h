@@ -21,6 +21,9 @@ namespace runtime {
 class VertexWeightRecord {
 public:
     void keep(const SkinWeights& weights, unsigned vertex);
+    // Makes room for keeping `vertices` more vertices with `entries` weights between them, for
+    // an edit that knows it will keep many (the room is only taken, not filled).
+    void reserve(unsigned vertices, std::size_t entries);
     bool empty() const { return m_vertices.empty(); }
     unsigned size() const { return static_cast<unsigned>(m_vertices.size()); }
     // The kept vertices, in the order they were first kept.

@@ -17,16 +17,23 @@ QStringList linesOf(const QByteArray& bytes) {
 } // namespace
 
 HostRun runHost(const QStringList& arguments) {
+    return runProgram(VOREL_HOST_PROGRAM, arguments);
+}
+
+HostRun runProgram(const QString& program, const QStringList& arguments,
+                   const QString& workingFolder) {
     QProcess process;
     // In a sanitized build the leak checker would list its suppressions on stderr at exit.
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("LSAN_OPTIONS", "print_suppressions=0");
     process.setProcessEnvironment(environment);
-    process.start(VOREL_HOST_PROGRAM, arguments);
+    process.setWorkingDirectory(workingFolder);
+    process.start(program, arguments);
     HostRun run;
     // Generous: a sanitized build starts slowly on a busy machine.
     if (!process.waitForFinished(300000) || process.exitStatus() != QProcess::NormalExit) {
-        ADD_FAILURE() << "vorel-host did not finish: " << process.errorString().toStdString();
+        ADD_FAILURE() << program.toStdString()
+                      << " did not finish: " << process.errorString().toStdString();
         process.kill();
         process.waitForFinished();
         return run;

@@ -1,5 +1,6 @@
-// hostProcess: runs the built vorel-host as a child process, as a user would from a terminal,
-// and collects its exit code and its stdout and stderr lines.
+// hostProcess: runs the built vorel-host (or another program, such as one that runs vorel-host)
+// as a child process, as a user would from a terminal, and collects its exit code and its
+// stdout and stderr lines.
 #pragma once
 
 #include "qtPrinting.h"
@@ -16,5 +17,8 @@ struct HostRun {
 };
 
 HostRun runHost(const QStringList& arguments);
+// Any program, in the given working folder (empty: this process's).
+HostRun runProgram(const QString& program, const QStringList& arguments,
+                   const QString& workingFolder = QString());
 
 } // namespace appfixture

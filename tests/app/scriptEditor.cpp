@@ -7,6 +7,8 @@
 #include "ScriptOutputPane.h"
 #include "core/ScriptOutput.h"
 #include "lang/BuiltInCommand.h"
+#include "scene/Scene.h"
+#include "scene/SkinClusterData.h"
 #include "windowFixture.h"
 
 #include <QTest>
@@ -82,6 +84,22 @@ TEST_F(ScriptEditorTest, TypedStatementsAreRecordedForUndo) {
     type("undo");
     EXPECT_EQ(g_counter, 1);
     EXPECT_EQ(output(), (QStringList{"bump", "bump", "undo"}));
+}
+
+TEST_F(ScriptEditorTest, PipelineWeightEditsShowTheirCountAndUndoInOneStep) {
+    type("joint -n a -p -1 0 0; select -cl; joint -n b -p 1 0 0; select -cl; "
+         "polyPlane -n body -w 4 -h 1 -sx 4 -sy 1; skinCluster -n c1 a b body");
+    const runtime::SkinWeights& weights = runtime::scene().findNode("c1")->skinCluster()->weights();
+    const runtime::SkinWeights bound = weights;
+    type("skinWeights -limit 1");
+    EXPECT_EQ(output().mid(output().size() - 2),
+              (QStringList{"skinWeights -limit 1", "// Result: 10"}));
+    for (unsigned v = 0; v < weights.vertexCount(); ++v)
+        EXPECT_EQ(weights.entryCount(v), 1u) << "vertex " << v;
+    type("undo");
+    EXPECT_TRUE(weights == bound);
+    type("skinWeights -mirror z -tolerance -1");
+    EXPECT_EQ(output().last(), "// Error: skinWeights: -tolerance needs 0 or more.");
 }
 
 TEST_F(ScriptEditorTest, AFailingStatementStopsTheLineAndShowsTheError) {
