@@ -26,6 +26,11 @@ void VertexWeightRecord::keep(const SkinWeights& weights, unsigned vertex) {
     copyVertex(weights, vertex, m_before, slot);
 }
 
+void VertexWeightRecord::reserve(unsigned vertices, std::size_t weights) {
+    m_vertices.reserve(m_vertices.size() + vertices);
+    m_before.reserveEntries(m_before.entryTotal() + weights);
+}
+
 void VertexWeightRecord::restoreBefore(SkinWeights& weights) {
     bool firstTime = !m_hasAfter;
     m_hasAfter = true;

@@ -21,6 +21,9 @@ namespace runtime {
 class VertexWeightRecord {
 public:
     void keep(const SkinWeights& weights, unsigned vertex);
+    // Makes room for keeping this many vertices with this many weights in all, so that an edit
+    // of a whole cluster does not grow the record step by step.
+    void reserve(unsigned vertices, std::size_t weights);
     bool empty() const { return m_vertices.empty(); }
     unsigned size() const { return static_cast<unsigned>(m_vertices.size()); }
     // The kept vertices, in the order they were first kept.
