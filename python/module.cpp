@@ -32,6 +32,27 @@ void runFileCommand(const std::string& flags, bool force) {
     run("file " + flags + (force ? " -force" : ""));
 }
 
+// A str or a path-like object (pathlib.Path) as text.
+std::string pathText(const py::object& path) {
+    return py::str(py::module_::import("os").attr("fspath")(path));
+}
+
+void save(const py::object& path) {
+    if (path.is_none()) {
+        runFileCommand("-save", false);
+        return;
+    }
+    std::string previous = py::str(run("file -q -sceneName"));
+    runFileCommand("-rename " + pyhost::quoted(pathText(path)), false);
+    try {
+        runFileCommand("-save", false);
+    } catch (const py::error_already_set&) {
+        // Nothing was written: the scene keeps the name it had.
+        pyhost::runScript("file -rename " + pyhost::quoted(previous));
+        throw;
+    }
+}
+
 runtime::NodePtr clusterNode(const std::string& name) {
     pyhost::requireHost();
     HStatus status;
@@ -92,25 +113,18 @@ PYBIND11_MODULE(vorel, module) {
         "Raises CommandError when the scene has unsaved changes, unless force is true.");
     module.def(
         "open",
-        [](const std::string& path, bool force) {
-            runFileCommand("-open " + pyhost::quoted(path), force);
+        [](const py::object& path, bool force) {
+            runFileCommand("-open " + pyhost::quoted(pathText(path)), force);
         },
         "path"_a, py::kw_only(), "force"_a = false,
         "Open a scene file (.vscene, .gltf, .glb, or a format the importer reads).\n\n"
         "The scene takes the file's name, so that save() writes it back. Raises CommandError\n"
         "when the file cannot be read (the scene stays as it was), and when the scene has\n"
         "unsaved changes, unless force is true.");
-    module.def(
-        "save",
-        [](const py::object& path) {
-            if (!path.is_none())
-                runFileCommand("-rename " + pyhost::quoted(py::str(path)), false);
-            runFileCommand("-save", false);
-        },
-        "path"_a = py::none(),
-        "Save the scene under its name, or under path (which the scene then takes).\n\n"
-        "The format follows the extension. Raises CommandError when the file cannot be\n"
-        "written; the previous file then stays whole.");
+    module.def("save", &save, "path"_a = py::none(),
+               "Save the scene under its name, or under path (which the scene then takes).\n\n"
+               "The format follows the extension. Raises CommandError when the file cannot be\n"
+               "written; the previous file then stays whole and the scene keeps its name.");
     module.def("skin_clusters", &skinClusters, "The names of the scene's skin clusters.");
     module.def("influences", &influences, "cluster"_a,
                "The short names of the cluster's influences, in influence order.\n\n"

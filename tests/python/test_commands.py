@@ -86,11 +86,14 @@ def test_new_open_and_save_keep_unsaved_work(fresh_scene, tmp_path):
     vorel.open(str(path))
     assert vorel.run('ls -type transform') == ['box']
     vorel.run('rename box crate')
+    with pytest.raises(vorel.CommandError, match='files of this format can only be read'):
+        vorel.save(tmp_path / 'box.fbx')
+    assert vorel.run('file -q -sceneName') == str(path)
     vorel.save()
     with pytest.raises(vorel.CommandError, match='The scene has unsaved changes.'):
         vorel.run('polyPlane')
         vorel.open(str(path))
-    vorel.open(str(path), force=True)
+    vorel.open(path, force=True)
     assert vorel.run('ls -type transform') == ['crate']
     with pytest.raises(vorel.CommandError, match='missing.glb'):
         vorel.open(str(tmp_path / 'missing.glb'), force=True)
