@@ -8,8 +8,10 @@ namespace pyhost {
 
 namespace {
 
-PyObject* g_commandError = nullptr;
-PyObject* g_commandWarning = nullptr;
+// The module's own classes, as addExceptionTypes() added them.
+py::object moduleClass(const char* name) {
+    return py::module_::import("vorel").attr(name);
+}
 
 template <typename Array> py::list listOf(const runtime::CommandResult& result) {
     Array array;
@@ -33,17 +35,17 @@ template <typename Value> Value valueOf(const runtime::CommandResult& result) {
 } // namespace
 
 void addExceptionTypes(py::module_& module) {
-    g_commandError = PyErr_NewExceptionWithDoc(
-        "vorel.CommandError",
-        "A statement of the command language failed; the message is the host's error text.",
-        PyExc_RuntimeError, nullptr);
-    g_commandWarning = PyErr_NewExceptionWithDoc("vorel.CommandWarning",
-                                                 "A warning the host wrote while a command ran.",
-                                                 PyExc_UserWarning, nullptr);
-    if (!g_commandError || !g_commandWarning)
-        throw py::error_already_set();
-    module.add_object("CommandError", py::handle(g_commandError));
-    module.add_object("CommandWarning", py::handle(g_commandWarning));
+    auto create = [&](const char* name, const char* doc, PyObject* base) {
+        PyObject* type =
+            PyErr_NewExceptionWithDoc((std::string("vorel.") + name).c_str(), doc, base, nullptr);
+        if (!type)
+            throw py::error_already_set();
+        module.add_object(name, py::reinterpret_steal<py::object>(type));
+    };
+    create("CommandError",
+           "A statement of the command language failed; the message is the host's error text.",
+           PyExc_RuntimeError);
+    create("CommandWarning", "A warning the host wrote while a command ran.", PyExc_UserWarning);
 }
 
 void raise(PyObject* type, const std::string& message) {
@@ -62,11 +64,11 @@ void deliver(const ScriptOutcome& outcome, PyObject* failure) {
         if (message.type == HCommandMessage::kInfo)
             py::print(message.text);
         else if (message.type == HCommandMessage::kWarning &&
-                 PyErr_WarnEx(g_commandWarning, message.text.c_str(), 1) < 0)
+                 PyErr_WarnEx(moduleClass("CommandWarning").ptr(), message.text.c_str(), 1) < 0)
             throw py::error_already_set();
     }
     if (!outcome.status)
-        raise(failure ? failure : g_commandError, outcome.errorText());
+        raise(failure ? failure : moduleClass("CommandError").ptr(), outcome.errorText());
 }
 
 py::object toPython(const runtime::CommandResult& result) {
