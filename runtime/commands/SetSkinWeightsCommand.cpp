@@ -8,9 +8,10 @@
 // from 0 to 1; the whole array is checked before anything is written. With -normalize on (the
 // default) and the cluster's normalizeWeights at 1, influences whose joint is locked keep
 // their weights (their columns are not read) and the other columns of each row are scaled to
-// fill the rest of the vertex, as the host's weight writes do; otherwise the rows are stored
-// as given. Vertices whose lockVertex element is on are left as they are, with a warning.
-// CLUSTER may also be the skinned mesh. Undone and redone bit for bit.
+// fill the rest of the vertex (evenly when they are all 0), as the host's weight writes do;
+// otherwise the rows are stored as given. Vertices whose lockVertex element is on are left as
+// they are, with a warning. CLUSTER may also be the skinned mesh. Undone and redone bit for
+// bit.
 #include "HGlobal.h"
 #include "commands/CommandSupport.h"
 #include "commands/StagedWeightArrays.h"

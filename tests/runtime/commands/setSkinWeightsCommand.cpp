@@ -65,6 +65,7 @@ TEST_F(SetSkinWeights, NormalizingScalesRowsAroundLockedInfluences) {
     ASSERT_TRUE(run("undo; setAttr c.liw 1; setSkinWeights -a " + stage(kRows) + " cluster1"));
     // c keeps its weight; a and b share what it leaves in the proportions given.
     expectStripWeights(0, {1.0 / 3, 2.0 / 3, 0.0});
+    expectStripWeights(1, {0.5, 0.5, 0.0});
     expectStripWeights(3, {0.0, 0.6, 0.4});
     expectStripWeights(4, {0.8 * 2 / 3, 0.8 / 3, 0.2});
 }
