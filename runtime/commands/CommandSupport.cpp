@@ -38,13 +38,20 @@ NodePtr findNodeFor(const char* command, const std::string& name, HStatus& statu
 }
 
 NodePtr findSkinClusterFor(const char* command, const std::string& name, HStatus& status) {
-    NodePtr node = findNodeFor(command, name, status);
+    NodePtr cluster = skinClusterNamed(name, status);
+    if (!cluster)
+        status = reportFailure(command, status);
+    return cluster;
+}
+
+NodePtr skinClusterNamed(const std::string& name, HStatus& status) {
+    NodePtr node = scene().findNode(name, &status);
     if (!node || node->hasFn(HFn::kSkinClusterFilter))
         return node;
     NodePtr mesh = meshShapeOf(*node);
     NodePtr cluster = mesh ? skinClusterOfGeometry(*mesh) : nullptr;
     if (!cluster)
-        status = reportFailure(command, name + " is not a skin cluster or a skinned mesh.");
+        status = HStatus(HS::kInvalidParameter, name + " is not a skin cluster or a skinned mesh.");
     return cluster;
 }
 

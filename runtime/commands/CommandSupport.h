@@ -30,6 +30,9 @@ NodePtr findNodeFor(const char* command, const std::string& name, HStatus& statu
 // A skin cluster named directly or through the mesh it deforms (or that mesh's transform);
 // null after reporting the failure in status.
 NodePtr findSkinClusterFor(const char* command, const std::string& name, HStatus& status);
+// The same look-up for callers outside the command language: null with the failure in status,
+// printing nothing.
+NodePtr skinClusterNamed(const std::string& name, HStatus& status);
 // The objects a command was given after its flags.
 HStringArray commandObjects(const HArgParser& parser);
 

@@ -75,8 +75,10 @@ struct Entry {
     bool listed;
 };
 
-// Spreads what the listed values leave over the rest of the vertex (see the header).
-void normalise(const WriteContext& context, unsigned vertex, std::vector<Entry>& entries) {
+// Spreads what the listed values leave over the rest of the vertex (see the header). entries
+// hold the vertex's unlisted weights and its non-zero listed values.
+void normalise(const WriteContext& context, unsigned vertex, const std::vector<unsigned>& listed,
+               std::vector<Entry>& entries) {
     double lockedSum = 0.0, unlockedSum = 0.0, listedSum = 0.0;
     for (const Entry& e : entries) {
         if (e.listed)
@@ -107,12 +109,18 @@ void normalise(const WriteContext& context, unsigned vertex, std::vector<Entry>&
         entries.push_back({static_cast<unsigned>(nearest), remainder, false});
         return;
     }
-    size_t listedCount = static_cast<size_t>(
-        std::count_if(entries.begin(), entries.end(), [](const Entry& e) { return e.listed; }));
-    for (Entry& e : entries)
-        if (e.listed)
-            e.weight = listedSum > 0.0 ? e.weight * (listedSum + remainder) / listedSum
-                                       : remainder / static_cast<double>(listedCount);
+    if (listedSum > 0.0) {
+        for (Entry& e : entries)
+            if (e.listed)
+                e.weight *= (listedSum + remainder) / listedSum;
+        return;
+    }
+    for (unsigned influence : listed)
+        entries.push_back({influence, remainder / static_cast<double>(listed.size()), true});
+}
+
+bool byInfluence(const Entry& a, const Entry& b) {
+    return a.influence < b.influence;
 }
 
 } // namespace
@@ -149,6 +157,17 @@ HStatus writeWeights(Scene& scene, Node& cluster, const std::vector<int>* vertic
                      const std::vector<unsigned>& influences, const std::vector<double>& values,
                      bool sameForEveryVertex, bool normalize, bool restoreWhenComplete,
                      std::vector<double>* old) {
+    WeightValues given{values.data(), values.size(),
+                       sameForEveryVertex ? WeightValues::Layout::kSameForEveryVertex
+                                          : WeightValues::Layout::kPerVertex};
+    return writeWeights(scene, cluster, vertices, influences, given, normalize, restoreWhenComplete,
+                        old);
+}
+
+HStatus writeWeights(Scene& scene, Node& cluster, const std::vector<int>* vertices,
+                     const std::vector<unsigned>& influences, const WeightValues& values,
+                     bool normalize, bool restoreWhenComplete, std::vector<double>* old) {
+    using Layout = WeightValues::Layout;
     SkinClusterData* data = cluster.skinCluster();
     if (!cluster.isAlive() || !data)
         return invalidParameter("The node is not a live skin cluster.");
@@ -169,13 +188,15 @@ HStatus writeWeights(Scene& scene, Node& cluster, const std::vector<int>* vertic
         context.listed[influence] = 1;
     }
     unsigned size = vertexListSize(*data, vertices);
-    size_t expected = sameForEveryVertex ? influences.size() : influences.size() * size;
-    if (values.size() != expected)
+    size_t rowLength =
+        values.layout == Layout::kFullRows ? context.influenceCount : influences.size();
+    size_t expected = values.layout == Layout::kSameForEveryVertex ? rowLength : rowLength * size;
+    if (values.size != expected)
         return invalidParameter("Expected " + std::to_string(expected) + " weight values, got " +
-                                std::to_string(values.size()) + ".");
-    for (double value : values)
-        if (!std::isfinite(value))
-            return invalidParameter("A weight value is not a finite number.");
+                                std::to_string(values.size) + ".");
+    if (!std::all_of(values.data, values.data + values.size,
+                     [](double value) { return std::isfinite(value); }))
+        return invalidParameter("A weight value is not a finite number.");
 
     bool complete = influences.size() == context.influenceCount;
     bool normalising = normalize && intValue(cluster, "normalizeWeights", 1) == 1 &&
@@ -211,11 +232,19 @@ HStatus writeWeights(Scene& scene, Node& cluster, const std::vector<int>* vertic
             if (influence < context.influenceCount && !context.listed[influence])
                 entries.push_back({influence, weights.weights(vertex)[i], false});
         }
-        const double* given = values.data() + (sameForEveryVertex ? 0 : n * influences.size());
-        for (size_t j = 0; j < influences.size(); ++j)
-            entries.push_back({influences[j], std::clamp(given[j], 0.0, 1.0), true});
+        const double* row =
+            values.data + (values.layout == Layout::kSameForEveryVertex ? 0 : n * rowLength);
+        for (size_t j = 0; j < influences.size(); ++j) {
+            double given = row[values.layout == Layout::kFullRows ? influences[j] : j];
+            // A weight of zero is no entry: rows of many influences cost their non-zero ones.
+            if (given > 0.0)
+                entries.push_back({influences[j], std::min(given, 1.0), true});
+        }
         if (normalising)
-            normalise(context, vertex, entries);
+            normalise(context, vertex, influences, entries);
+        // In influence order, the storage's fast path.
+        if (!std::is_sorted(entries.begin(), entries.end(), byInfluence))
+            std::sort(entries.begin(), entries.end(), byInfluence);
         newInfluences.clear();
         newWeights.clear();
         for (const Entry& e : entries) {

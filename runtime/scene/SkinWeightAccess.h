@@ -21,6 +21,7 @@
 
 #include "HStatus.h"
 
+#include <cstddef>
 #include <vector>
 
 namespace runtime {
@@ -40,6 +41,25 @@ void readWeights(const SkinClusterData& data, const std::vector<int>* vertices, 
 void readInfluenceWeights(const SkinClusterData& data, const std::vector<int>* vertices,
                           unsigned influence, double* out);
 
+// Where a write finds each vertex's values; the caller keeps them alive during the write.
+struct WeightValues {
+    enum class Layout {
+        // One per listed influence per vertex, vertex-major.
+        kPerVertex,
+        // One per listed influence, for every vertex alike.
+        kSameForEveryVertex,
+        // A row of every influence per vertex (as readWeights gives them); only the listed
+        // influences' columns are read.
+        kFullRows,
+    };
+    const double* data = nullptr;
+    std::size_t size = 0;
+    Layout layout = Layout::kPerVertex;
+};
+
+HStatus writeWeights(Scene& scene, Node& cluster, const std::vector<int>* vertices,
+                     const std::vector<unsigned>& influences, const WeightValues& values,
+                     bool normalize, bool restoreWhenComplete, std::vector<double>* old);
 // values: one per listed influence per vertex (vertex-major), or, with sameForEveryVertex,
 // one per listed influence for all vertices.
 HStatus writeWeights(Scene& scene, Node& cluster, const std::vector<int>* vertices,

@@ -64,6 +64,19 @@ inline void makeWeightedStrip(const StripWeights (&weights)[6]) {
     runtime::host().get<runtime::UndoQueue>().flush();
 }
 
+// The strip weights the weight-writing commands' tests start from.
+inline const StripWeights kStripStart[6] = {{1.0, 0.0, 0.0}, {0.5, 0.5, 0.0}, {0.0, 1.0, 0.0},
+                                            {0.6, 0.0, 0.4}, {0.2, 0.6, 0.2}, {0.0, 0.5, 0.5}};
+
+// A fresh scene holding the strip with kStripStart.
+class WeightedStripTest : public CommandTest {
+protected:
+    void SetUp() override {
+        CommandTest::SetUp();
+        makeWeightedStrip(kStripStart);
+    }
+};
+
 inline StripWeights stripWeights(unsigned vertex) {
     StripWeights result{};
     runtime::scene()

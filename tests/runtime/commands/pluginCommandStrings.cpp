@@ -8,13 +8,11 @@
 
 using commandtest::run;
 using commandtest::selectionTexts;
-using commandtest::StripWeights;
 using commandtest::Texts;
 
 namespace {
 
-const StripWeights kStart[6] = {{1.0, 0.0, 0.0}, {0.5, 0.5, 0.0}, {0.0, 1.0, 0.0},
-                                {0.6, 0.0, 0.4}, {0.2, 0.6, 0.2}, {0.0, 0.5, 0.5}};
+const auto& kStart = commandtest::kStripStart;
 
 HString g_smoothingText;
 

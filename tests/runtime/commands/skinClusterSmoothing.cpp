@@ -14,16 +14,10 @@ namespace {
 
 using commandtest::StripWeights;
 
-const StripWeights kStart[6] = {{1.0, 0.0, 0.0}, {0.5, 0.5, 0.0}, {0.0, 1.0, 0.0},
-                                {0.6, 0.0, 0.4}, {0.2, 0.6, 0.2}, {0.0, 0.5, 0.5}};
+const auto& kStart = commandtest::kStripStart;
 
-class Smoothing : public commandtest::CommandTest {
+class Smoothing : public commandtest::WeightedStripTest {
 protected:
-    void SetUp() override {
-        CommandTest::SetUp();
-        commandtest::makeWeightedStrip(kStart);
-    }
-
     void expectWeights(unsigned vertex, const StripWeights& expected) {
         commandtest::expectStripWeights(vertex, expected);
     }

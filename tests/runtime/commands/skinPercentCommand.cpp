@@ -6,21 +6,14 @@
 using commandtest::expectStripWeights;
 using commandtest::expectUndoAndRedoExact;
 using commandtest::run;
-using commandtest::StripWeights;
 using commandtest::Texts;
 
 namespace {
 
-const StripWeights kStart[6] = {{1.0, 0.0, 0.0}, {0.5, 0.5, 0.0}, {0.0, 1.0, 0.0},
-                                {0.6, 0.0, 0.4}, {0.2, 0.6, 0.2}, {0.0, 0.5, 0.5}};
+const auto& kStart = commandtest::kStripStart;
 
-class SkinPercent : public commandtest::CommandTest {
+class SkinPercent : public commandtest::WeightedStripTest {
 protected:
-    void SetUp() override {
-        CommandTest::SetUp();
-        commandtest::makeWeightedStrip(kStart);
-    }
-
     std::vector<double> values(const std::string& command) {
         HDoubleArray result;
         EXPECT_TRUE(HGlobal::executeCommand(HString(command), result)) << command;
