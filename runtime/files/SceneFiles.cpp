@@ -1,8 +1,8 @@
 #include "files/SceneFiles.h"
 
-#include "files/AssimpImporter.h"
 #include "files/GltfReader.h"
 #include "files/GltfWriter.h"
+#include "files/ImportHelper.h"
 
 #include <QFileInfo>
 
@@ -38,7 +38,7 @@ FileResult readSceneFile(const std::string& path, SceneDescription& scene,
     if (isGltf(path))
         return readGltf(path, scene, reporter);
     if (importsExtension(extensionOf(path)))
-        return importWithAssimp(path, scene, reporter);
+        return importWithHelper(path, scene, reporter);
     return FileResult::failed(readFailure(path, unknownFormat()));
 }
 

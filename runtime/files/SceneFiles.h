@@ -3,7 +3,7 @@
 // know the formats.
 //
 //   .gltf .glb                                    read and written (GltfReader.h, GltfWriter.h)
-//   .fbx .dae .x .iqm .smd .ms3d .b3d .blend      read only (AssimpImporter.h)
+//   .fbx .dae .x .iqm .smd .ms3d .b3d .blend      read only (ImportHelper.h)
 //
 // Extensions are compared without regard to case. A path of another extension fails with a
 // message naming the file.

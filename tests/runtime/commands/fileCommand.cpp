@@ -5,6 +5,7 @@
 #include "document/SkinLockAttributes.h"
 #include "documentTesting.h"
 #include "gltfTestFiles.h"
+#include "importerFailures.h"
 
 #include <QDir>
 #include <QFile>
@@ -144,6 +145,24 @@ TEST_F(FileCommand, RefusesWhatItCannotDoWithTheReason) {
     ASSERT_EQ(missing.size(), 1u);
     EXPECT_EQ(missing[0].rfind("Cannot read \"" + path("missing.vscene") + "\": ", 0), 0u);
     EXPECT_TRUE(QDir(QString::fromStdString(path(""))).isEmpty());
+    EXPECT_TRUE(m_events.empty());
+}
+
+// An importer that crashes takes nothing of the session with it: the scene, the selection, the
+// undo queue and the modified mark stay as they were, whether opening or importing.
+TEST_F(FileCommand, ACrashingImporterLeavesTheSessionAsItWas) {
+    documenttest::makeLegScene();
+    ASSERT_TRUE(run("select -r knee; setAttr rig.tx 4"));
+    const unsigned undo = undoCount();
+    ASSERT_TRUE(runtime::scene().isModified());
+    m_events.clear();
+    const filetest::FailingImporter importer("crash");
+    const std::string model = filetest::importModelPath("FBX/huesitos.fbx");
+    const Texts stopped{"Cannot read \"" + model + "\": the importer stopped unexpectedly."};
+    EXPECT_EQ(errorsOf("file -f -o \"" + model + "\""), stopped);
+    EXPECT_EQ(errorsOf("file -i \"" + model + "\""), stopped);
+    EXPECT_EQ(undoCount(), undo);
+    EXPECT_TRUE(runtime::scene().isModified());
     EXPECT_TRUE(m_events.empty());
 }
 

@@ -1,4 +1,3 @@
-#include "files/AssimpImporter.h"
 #include "files/SceneFiles.h"
 #include "gltfTestFiles.h"
 

@@ -1,4 +1,4 @@
-#include "files/AssimpImporter.h"
+#include "files/ImportHelper.h"
 #include "files/GltfReader.h"
 #include "files/GltfWriter.h"
 #include "gltfTestFiles.h"
@@ -85,7 +85,7 @@ TEST_F(FileProgress, CancelledImportLeavesTheSceneAsItWas) {
     RecordingReporter stop("Importing the file");
     SceneDescription scene;
     const std::string model = filetest::importModelPath("FBX/huesitos.fbx");
-    FileResult result = importWithAssimp(model, scene, stop);
+    FileResult result = importWithHelper(model, scene, stop);
     EXPECT_EQ(result.outcome, FileResult::Outcome::kCancelled);
     EXPECT_EQ(result.message, "Reading \"" + model + "\" was cancelled.");
     EXPECT_TRUE(scene.nodes.empty());

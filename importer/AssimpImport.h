@@ -1,5 +1,6 @@
 // importWithAssimp: FBX, COLLADA, DirectX X, IQM, SMD, MS3D, B3D and Blender files into a scene
-// description, through the Open Asset Import Library. Read only.
+// description, through the Open Asset Import Library. Read only. The importer program runs it;
+// the host itself never does (files/ImportHelper.h).
 //
 // The library's node hierarchy becomes the description's nodes (transforms as matrices); the
 // meshes a node holds become one mesh (their vertices one after the other; vertices the library
@@ -20,9 +21,6 @@
 #include <string>
 
 namespace runtime {
-
-// Whether files with this extension (lower case, without the dot) are imported this way.
-bool importsExtension(const std::string& extension);
 
 FileResult importWithAssimp(const std::string& path, SceneDescription& scene,
                             ProgressReporter& reporter = ProgressReporter::silent());

@@ -1,4 +1,4 @@
-#include "files/AssimpImporter.h"
+#include "AssimpImport.h"
 
 #include "files/ReadBudget.h"
 
@@ -15,8 +15,6 @@
 namespace runtime {
 
 namespace {
-
-const char* const kExtensions[] = {"fbx", "dae", "x", "iqm", "smd", "ms3d", "b3d", "blend"};
 
 // The import library reads the whole file itself; larger files are refused up front.
 constexpr std::uint64_t kMaxFileBytes = 2ull << 30;
@@ -210,13 +208,6 @@ bool AssimpConversion::appendBones(const aiMesh& part, int base, SceneSkin& skin
 }
 
 } // namespace
-
-bool importsExtension(const std::string& extension) {
-    for (const char* known : kExtensions)
-        if (extension == known)
-            return true;
-    return false;
-}
 
 FileResult importWithAssimp(const std::string& path, SceneDescription& scene,
                             ProgressReporter& reporter) {
