@@ -74,7 +74,11 @@ bool AssimpConversion::run(SceneDescription& out, std::string& problem) {
     bool ok = m_source.mRootNode ? readNodes() : fail("it holds no scene");
     for (int n = 0; ok && n < static_cast<int>(m_nodes.size()); ++n)
         ok = readNodeMeshes(n, *m_nodes[n]);
-    if (!ok) {
+    // What the library returns may still not hold together (a hierarchy too deep for the host,
+    // say); the host would refuse the reply, so the problem is named here.
+    if (ok)
+        m_problem = firstInconsistency(m_scene);
+    if (!ok || !m_problem.empty()) {
         problem = m_problem;
         return false;
     }
