@@ -2,7 +2,6 @@
 
 #include "files/ReadBudget.h"
 
-#include <QFileInfo>
 #include <assimp/Importer.hpp>
 #include <assimp/ProgressHandler.hpp>
 #include <assimp/config.h>
@@ -11,6 +10,7 @@
 #include <cmath>
 #include <map>
 #include <new>
+#include <sys/stat.h>
 
 namespace runtime {
 
@@ -215,11 +215,12 @@ bool AssimpConversion::appendBones(const aiMesh& part, int base, SceneSkin& skin
 
 FileResult importWithAssimp(const std::string& path, SceneDescription& scene,
                             ProgressReporter& reporter) {
-    const QFileInfo info(QString::fromStdString(path));
-    if (!info.isFile())
-        return FileResult::failed(readFailure(path, info.exists() ? "it is not a regular file"
-                                                                  : "the file does not exist"));
-    if (static_cast<std::uint64_t>(info.size()) > kMaxFileBytes)
+    struct stat info {};
+    const bool exists = ::stat(path.c_str(), &info) == 0;
+    if (!exists || !S_ISREG(info.st_mode))
+        return FileResult::failed(
+            readFailure(path, exists ? "it is not a regular file" : "the file does not exist"));
+    if (static_cast<std::uint64_t>(info.st_size) > kMaxFileBytes)
         return FileResult::failed(readFailure(path, "the file is too large to import"));
 
     Progress progress(reporter);
@@ -243,7 +244,7 @@ FileResult importWithAssimp(const std::string& path, SceneDescription& scene,
             return FileResult::failed(readFailure(path, importer.GetErrorString()));
 
         progress.stage(0.8, 1.0, "Converting the scene");
-        ReadBudget budget(static_cast<std::uint64_t>(info.size()));
+        ReadBudget budget(static_cast<std::uint64_t>(info.st_size));
         AssimpConversion conversion(*imported, budget);
         SceneDescription converted;
         std::string problem;
