@@ -22,7 +22,7 @@
 // lookups, accessors), weightLoading.cpp, weightPresentation.cpp, sceneCallbacks.cpp,
 // lockPersistence.cpp, weightCache.cpp, weightUpdate.cpp, cellEntry.cpp, sliderDrag.cpp,
 // maximumInfluences.cpp, precisionRounding.cpp, floodReplace.cpp, smoothing.cpp,
-// vertexRefresh.cpp and lockOperations.cpp.
+// vertexRefresh.cpp, lockOperations.cpp and rowSelection.cpp (row queries and copying).
 #pragma once
 
 #include "HCommandMessage.h"
@@ -38,6 +38,7 @@
 #include <QAbstractTableModel>
 #include <QColor>
 #include <QHash>
+#include <QItemSelection>
 #include <QList>
 #include <QModelIndexList>
 #include <QPair>
@@ -118,6 +119,17 @@ public:
     void restoreUndoLoad();
     void restoreRedoLoad();
     void rebuildWeightRows();
+
+    // Row queries (rowQuery.h): `shown` becomes, per row, whether the query keeps it shown
+    // (matching vertex rows and the header rows of their shapes). False, after an error
+    // naming the word, when the text is not a query.
+    bool rowsMatchingQuery(const QString& text, QVector<bool>& shown) const;
+    // The tab-separated text, in UTF-8, of a copy of the selection's bounding range: a line of
+    // influence names, then per vertex row its "SHAPE.vtx[N]" and the values shown in its selected
+    // cells (blank elsewhere). Shape header rows and the rows and columns marked hidden are left
+    // out.
+    QByteArray copiedText(const QItemSelection& selection, const QVector<bool>& hiddenRows,
+                          const QVector<bool>& hiddenColumns) const;
 
     // Locks every lock that the last newUnlockAll released.
     void relockReleased();

@@ -11,7 +11,8 @@
 //
 // Construction is in vorelWindowConstruction.cpp, the control slots in vorelWindowActions.cpp,
 // the table's selection, context menu and key handling in vorelWindowTable.cpp, and the sizes
-// that grow to fit the texts in vorelWindowSizes.cpp.
+// that grow to fit the texts in vorelWindowSizes.cpp; the spreadsheet additions (copy, row
+// queries) in vorelWindowSpreadsheet.cpp.
 #pragma once
 
 #include <QItemSelection>
@@ -25,6 +26,7 @@ class QComboBox;
 class QFrame;
 class QGroupBox;
 class QHBoxLayout;
+class QKeyEvent;
 class QLabel;
 class QLineEdit;
 class QMenu;
@@ -161,6 +163,16 @@ private:
     // The value box and slider as the keyboard undo and redo of a value edit leave them.
     void showValueForStep();
 
+    // The spreadsheet additions (vorelWindowSpreadsheet.cpp): the row query box above the
+    // table, copying, and selecting the rows a query shows.
+    QHBoxLayout* createRowQueryRow();
+    void applyRowQuery();
+    void reapplyRowQuery();
+    // Ctrl+C and Ctrl+A in the table; false when the key is not theirs.
+    bool handleSpreadsheetKey(QObject* watched, const QKeyEvent* key);
+    void copySelection();
+    void selectShownRows();
+
     // Control slot helpers.
     // Value slider units per 1.0: 10^decimalPlaces.
     int valueScale() const;
@@ -210,6 +222,9 @@ private:
     ValueLine smoothingIterationsLine;
     QComboBox* floodOperationBox = nullptr;
     QPushButton* applyFloodButton = nullptr;
+    QLineEdit* rowQueryEdit = nullptr;
+    // The query whose rows the table shows; empty when every row is shown.
+    QString appliedRowQuery;
 
     // Frame and layouts.
     QFrame* separators[3] = {nullptr, nullptr, nullptr};

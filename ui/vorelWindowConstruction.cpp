@@ -337,6 +337,7 @@ void vorelWindow::assembleCentralWidget(QHBoxLayout* maxInfluenceRow, QHBoxLayou
     mainLayout->addLayout(loadAndLockRows);
     mainLayout->addLayout(valueRow);
     tableLayout = new QVBoxLayout();
+    tableLayout->addLayout(createRowQueryRow());
     tableLayout->addWidget(tableView);
     mainLayout->addLayout(tableLayout);
     setCentralWidget(centralFrame);
