@@ -1,10 +1,12 @@
-// The table as a spreadsheet sees it: which rows a row query keeps shown, and the text a copy
-// puts on the clipboard.
+// The table as a spreadsheet sees it: which rows a row query keeps shown, the text a copy puts
+// on the clipboard, and the meshes or vertices that the "Weights" menu's commands work on.
+#include "HDagPath.h"
 #include "HGlobal.h"
 #include "HQtUtil.h"
 #include "rowQuery.h"
 #include "weightTableModel.h"
 
+#include <QMap>
 #include <QSet>
 #include <algorithm>
 #include <charconv>
@@ -149,4 +151,42 @@ QByteArray weightTableModel::copiedText(const QItemSelection& selection,
         text.append('\n');
     }
     return text;
+}
+
+QString weightTableModel::weightTargets(const QItemSelection& selection) const {
+    QMap<int, QList<int>> verticesByShape;
+    for (const QItemSelectionRange& range : selection)
+        for (int r = std::max(range.top(), 0); r <= std::min(range.bottom(), weightRows.size() - 1);
+             ++r) {
+            const int shape = weightRows::shapeOfRow(weightRows[r], shapePaths.length());
+            int vertex = 0;
+            if (shape >= 0 && weightRows::vertexIndexOfRowName(
+                                  HQtUtil::toQString(rowNames[static_cast<unsigned>(r)]), vertex))
+                verticesByShape[shape].append(vertex);
+        }
+    QStringList targets;
+    if (verticesByShape.isEmpty()) {
+        for (unsigned shape = 0; shape < shapePaths.length(); ++shape)
+            targets.append(HQtUtil::toQString(shapePaths[shape].fullPathName()));
+        return targets.join(' ');
+    }
+    // Each shape's vertices as runs "shape.vtx[a:b]", so that the text stays short.
+    for (auto shape = verticesByShape.begin(); shape != verticesByShape.end(); ++shape) {
+        QList<int>& vertices = shape.value();
+        std::sort(vertices.begin(), vertices.end());
+        vertices.erase(std::unique(vertices.begin(), vertices.end()), vertices.end());
+        const QString path =
+            HQtUtil::toQString(shapePaths[static_cast<unsigned>(shape.key())].fullPathName());
+        for (int first = 0; first < vertices.size();) {
+            int last = first;
+            while (last + 1 < vertices.size() && vertices[last + 1] == vertices[last] + 1)
+                ++last;
+            targets.append(
+                first == last
+                    ? QString("%1.vtx[%2]").arg(path).arg(vertices[first])
+                    : QString("%1.vtx[%2:%3]").arg(path).arg(vertices[first]).arg(vertices[last]));
+            first = last + 1;
+        }
+    }
+    return targets.join(' ');
 }

@@ -131,6 +131,11 @@ public:
     QByteArray copiedText(const QItemSelection& selection, const QVector<bool>& hiddenRows,
                           const QVector<bool>& hiddenColumns) const;
 
+    // The targets of a host weight command for the selection: the vertices of its vertex rows
+    // ("|body|bodyShape.vtx[2:5]"), or every loaded shape when it holds none. Empty when the
+    // table is.
+    QString weightTargets(const QItemSelection& selection) const;
+
     // Locks every lock that the last newUnlockAll released.
     void relockReleased();
 

@@ -12,8 +12,10 @@
 // Construction is in vorelWindowConstruction.cpp, the control slots in vorelWindowActions.cpp,
 // the table's selection, context menu and key handling in vorelWindowTable.cpp, and the sizes
 // that grow to fit the texts in vorelWindowSizes.cpp; the spreadsheet additions (copy, row
-// queries) in vorelWindowSpreadsheet.cpp.
+// queries) in vorelWindowSpreadsheet.cpp and the "Weights" menu in vorelWindowWeightsMenu.cpp.
 #pragma once
+
+#include "weightsDialog.h"
 
 #include <QItemSelection>
 #include <QMainWindow>
@@ -173,6 +175,13 @@ private:
     void copySelection();
     void selectShownRows();
 
+    // The "Weights" menu (vorelWindowWeightsMenu.cpp): the host's skinWeights command on the
+    // loaded meshes or the selected rows' vertices, asking for its values in a weightsDialog.
+    void createWeightsMenu();
+    void askAndRunWeightsCommand(weightsDialog::Kind kind);
+    void limitInfluences();
+    void runWeightsCommand(const QString& flags, bool changesWeights);
+
     // Control slot helpers.
     // Value slider units per 1.0: 10^decimalPlaces.
     int valueScale() const;
@@ -197,6 +206,7 @@ private:
     QAction* autoUpdateAction = nullptr;
     QAction* savePresetAction = nullptr;
     QAction* loadPresetAction = nullptr;
+    QMenu* weightsMenu = nullptr;
 
     // Control rows.
     QLabel* maxInfluenceLabel = nullptr;

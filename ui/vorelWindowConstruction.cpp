@@ -132,6 +132,7 @@ void vorelWindow::createMenu() {
     savePresetAction = optionsMenu->addAction("Save Preset");
     loadPresetAction = optionsMenu->addAction("Load Preset");
     connect(autoUpdateAction, SIGNAL(triggered(bool)), tableModel, SLOT(setAutoUpdate(bool)));
+    createWeightsMenu();
 }
 
 QPushButton* vorelWindow::createButton(const QString& text, const char* objectName) {
