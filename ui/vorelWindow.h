@@ -183,6 +183,8 @@ private:
     void runWeightsCommand(const QString& flags, bool changesWeights);
 
     // Control slot helpers.
+    // The maximum box's number; false after the box's error when it is not one of 1 or more.
+    bool readMaxInfluenceBox(int& maximum) const;
     // Value slider units per 1.0: 10^decimalPlaces.
     int valueScale() const;
     // Fixed notation with decimalPlaces decimals.

@@ -36,12 +36,9 @@ void vorelWindow::askAndRunWeightsCommand(weightsDialog::Kind kind) {
 }
 
 void vorelWindow::limitInfluences() {
-    bool ok = false;
-    const int maximum = maxInfluenceEdit->text().toInt(&ok, 10);
-    if (!ok || maximum < 1) {
-        HGlobal::displayError("Can not set maximum influence with this number.");
+    int maximum = 0;
+    if (!readMaxInfluenceBox(maximum))
         return;
-    }
     runWeightsCommand("-limit " + QString::number(maximum), true);
 }
 
