@@ -33,6 +33,7 @@
 #include "HSelectionList.h"
 #include "HString.h"
 #include "HStringArray.h"
+#include "pastedText.h"
 #include "weightRows.h"
 
 #include <QAbstractTableModel>
@@ -135,6 +136,13 @@ public:
     // ("|body|bodyShape.vtx[2:5]"), or every loaded shape when it holds none. Empty when the
     // table is.
     QString weightTargets(const QItemSelection& selection) const;
+
+    // Ctrl+V (pasteEntry.cpp): pastes tab- or comma-separated text at `current`, or by the
+    // text's joint and row names, as one "vorelCmd -paste" run. Each row keeps the values
+    // pasted into it (scaled down when they leave its locks less than nothing) and its other
+    // unlocked weights share the rest; locked cells are skipped and counted; a value that is
+    // not a number from 0 to 1 changes nothing.
+    void pasteText(const QString& text, const QModelIndex& current);
 
     // Locks every lock that the last newUnlockAll released.
     void relockReleased();
@@ -243,6 +251,18 @@ private:
     void notifyWholeTable(int previousRows);
     // Emits layoutChanged after the table took another shape.
     void finishLayoutChange();
+
+    // Paste placement and values (pasteEntry.cpp); false after a message when the text cannot
+    // be placed.
+    bool pasteColumns(const pastedText::Block& block, int currentColumn, QList<int>& columns) const;
+    bool pasteRows(const pastedText::Block& block, const QModelIndex& current,
+                   QList<int>& rows) const;
+    int influenceColumnOfName(const QString& name) const;
+    QHash<QString, int> rowsByPastedName() const;
+    // Scales the row's pasted values (values[first...]) down to what its locks leave; true when
+    // it had to.
+    bool fitPastedRow(int row, const QModelIndexList& rowCells, QList<double>& values,
+                      int first) const;
 
     // Presentation.
     bool hasLocks() const;

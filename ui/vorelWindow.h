@@ -170,7 +170,7 @@ private:
     QHBoxLayout* createRowQueryRow();
     void applyRowQuery();
     void reapplyRowQuery();
-    // Ctrl+C and Ctrl+A in the table; false when the key is not theirs.
+    // Ctrl+C, Ctrl+V and Ctrl+A in the table; false when the key is not theirs.
     bool handleSpreadsheetKey(QObject* watched, const QKeyEvent* key);
     void copySelection();
     void selectShownRows();

@@ -1,7 +1,7 @@
-// What the table does as a spreadsheet besides the edits: Ctrl+C copies the selection as
-// tab-separated text, the row query box shows only the vertex rows that match its query, and
-// Ctrl+A then selects the shown rows only. Hidden rows stay loaded; edits treat them as any
-// other row.
+// What the table does as a spreadsheet: Ctrl+C copies the selection as tab-separated text,
+// Ctrl+V pastes such text (or a spreadsheet's) as one edit, the row query box shows only the vertex
+// rows that match its query, and Ctrl+A then selects the shown rows only. Hidden rows stay loaded;
+// edits treat them as any other row.
 #include "vorelWindow.h"
 #include "weightTableModel.h"
 #include "weightTableView.h"
@@ -56,6 +56,12 @@ bool vorelWindow::handleSpreadsheetKey(QObject* watched, const QKeyEvent* key) {
         return false;
     if (key->matches(QKeySequence::Copy)) {
         copySelection();
+        return true;
+    }
+    if (key->matches(QKeySequence::Paste)) {
+        tableModel->pasteText(QApplication::clipboard()->text(), tableView->currentIndex());
+        // Ctrl+Z in the window takes a paste back as it does a typed entry.
+        lastUsedControl = tableView;
         return true;
     }
     if (key->matches(QKeySequence::SelectAll) && !appliedRowQuery.isEmpty()) {

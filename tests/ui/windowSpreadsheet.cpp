@@ -154,3 +154,107 @@ TEST_F(Spreadsheet, WithoutAQuerySelectAllIsTheTablesOwn) {
     press(Qt::Key_A, Qt::ControlModifier);
     EXPECT_EQ(table->selectionModel()->selectedIndexes().size(), model->rowCount() * 3);
 }
+
+namespace {
+
+class Paste : public Spreadsheet {
+protected:
+    void paste(const QString& text, int row, int column) {
+        table->setCurrentIndex(model->index(row, column));
+        pasteKeeping(text);
+    }
+    // Pastes without moving the current cell, over the selection as it stands.
+    void pasteKeeping(const QString& text) {
+        QApplication::clipboard()->setText(text);
+        press(Qt::Key_V, Qt::ControlModifier);
+    }
+    std::vector<std::vector<double>> bodyWeights() const {
+        std::vector<std::vector<double>> weights;
+        for (int vertex = 0; vertex < 4; ++vertex)
+            weights.push_back(vorel::weightsOf(body, vertex));
+        return weights;
+    }
+};
+
+} // namespace
+
+TEST_F(Paste, ABlockLandsAtTheCurrentCellAndEachRowKeepsItsValues) {
+    paste("0.125\t0.5\n0.25\t0.25\n", 2, 0);
+    EXPECT_EQ(vorel::weightsOf(body, 1), (std::vector<double>{0.125, 0.5, 0.375}));
+    const std::vector<double> second = vorel::weightsOf(body, 2);
+    EXPECT_EQ(second[0], 0.25);
+    EXPECT_EQ(second[1], 0.25);
+    EXPECT_DOUBLE_EQ(second[2], 0.5);
+    EXPECT_EQ(cellText(3, 2), "0.500");
+    EXPECT_TRUE(output.texts(HCommandMessage::kError).empty());
+}
+
+TEST_F(Paste, NamesMapColumnsAndRowsWhateverTheCurrentCell) {
+    const QString shape = rowNames()[0];
+    paste("\tbodyJoint3\tbodyJoint1\n" + shape + ".vtx[3]\t0.25\t0.5\n", 6, 1);
+    const std::vector<double> weights = vorel::weightsOf(body, 3);
+    EXPECT_EQ(weights[2], 0.25);
+    EXPECT_EQ(weights[0], 0.5);
+    EXPECT_DOUBLE_EQ(weights[1], 0.25);
+}
+
+TEST_F(Paste, OneRowFillsEverySelectedRowAsOneUndoStep) {
+    const auto before = bodyWeights();
+    selectCells({{1, 0}, {2, 0}, {4, 1}});
+    pasteKeeping("0.125,0.25,0.625");
+    for (int vertex : {0, 1, 3})
+        EXPECT_EQ(vorel::weightsOf(body, vertex), (std::vector<double>{0.125, 0.25, 0.625}))
+            << vertex;
+    EXPECT_EQ(vorel::weightsOf(body, 2), before[2]);
+    ASSERT_TRUE(vorel::run("undo"));
+    EXPECT_EQ(bodyWeights(), before);
+    ASSERT_TRUE(vorel::run("redo"));
+    EXPECT_EQ(vorel::weightsOf(body, 3), (std::vector<double>{0.125, 0.25, 0.625}));
+    // The window's own Ctrl+Z shows the table from before the paste, as after a typed entry;
+    // the scene is the host's undo's business.
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(cellText(4, 0), "1.000");
+    EXPECT_EQ(vorel::weightsOf(body, 3), (std::vector<double>{0.125, 0.25, 0.625}));
+}
+
+TEST_F(Paste, LockedCellsAreSkippedAndCountedAndOverfullRowsScaled) {
+    selectCells({{2, 1}});
+    clickButton("Lock");
+    output.clear();
+    paste("0.125\t0.5\t0.125\n0.75\t0.75\t0.5\n", 2, 0);
+    // vtx[1] keeps its locked 0.75; the pasted values take the rest.
+    EXPECT_EQ(vorel::weightsOf(body, 1), (std::vector<double>{0.125, 0.75, 0.125}));
+    const std::vector<double> scaled = vorel::weightsOf(body, 2);
+    EXPECT_DOUBLE_EQ(scaled[0], 0.375);
+    EXPECT_DOUBLE_EQ(scaled[1], 0.375);
+    EXPECT_DOUBLE_EQ(scaled[2], 0.25);
+    EXPECT_EQ(output.texts(HCommandMessage::kInfo),
+              (std::vector<std::string>{"1 locked cells were left as they were.",
+                                        "The pasted values of 1 rows were scaled to sum to one."}));
+}
+
+TEST_F(Paste, TextThatCannotBePastedChangesNothing) {
+    const auto before = bodyWeights();
+    const std::string outOfRange = "The value entered has to be between 0.0 and 1.0.";
+    paste("0.5\tabc\n", 1, 0);
+    paste("0.5\t1.5\n", 1, 0);
+    paste("abc\n", 1, 0);
+    paste("\tbodyJoint1\tknee\nvtx[0]\t0.5\t0.5\n", 1, 0);
+    paste("\tbodyJoint1\n" + rowNames()[0] + ".vtx[9]\t0.5\n", 1, 0);
+    EXPECT_EQ(output.texts(HCommandMessage::kError),
+              (std::vector<std::string>{
+                  outOfRange, outOfRange, outOfRange, "Unknown joint \"knee\" in the pasted text.",
+                  "The row \"" + rowNames()[0].toStdString() + ".vtx[9]\" is not in the table."}));
+    EXPECT_EQ(bodyWeights(), before);
+}
+
+TEST_F(Paste, ACopyPastedBackGivesTheSameTable) {
+    press(Qt::Key_A, Qt::ControlModifier);
+    const std::string copiedTable = copied();
+    ASSERT_TRUE(vorel::run("skinWeights -quantize 3"));
+    selectAndLoad("body arm");
+    table->setFocus();
+    paste(QString::fromStdString(copiedTable), 0, 0);
+    press(Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(copied(), copiedTable);
+}
