@@ -69,15 +69,16 @@ bool weightTableModel::pasteRows(const pastedText::Block& block, const QModelInd
         return true;
     }
     // One line over several selected vertex rows fills each of them.
-    QList<int> selectedVertexRows;
-    for (const QModelIndex& index : selectedIndexes())
-        if (weightRows::isVertexRow(weightRows.value(index.row())) &&
-            !selectedVertexRows.contains(index.row()))
-            selectedVertexRows.append(index.row());
-    std::sort(selectedVertexRows.begin(), selectedVertexRows.end());
-    if (block.values.size() == 1 && selectedVertexRows.size() > 1) {
-        rows = selectedVertexRows;
-        return true;
+    if (block.values.size() == 1) {
+        QSet<int> selected;
+        for (const QModelIndex& index : selectedIndexes())
+            if (weightRows::isVertexRow(weightRows.value(index.row())))
+                selected.insert(index.row());
+        if (selected.size() > 1) {
+            rows = QList<int>(selected.begin(), selected.end());
+            std::sort(rows.begin(), rows.end());
+            return true;
+        }
     }
     // Otherwise the lines go to the vertex rows from the current cell's down, past header rows.
     int row = current.isValid() ? current.row() : 0;

@@ -25,6 +25,11 @@ bool vorelCmd::preparePaste() {
     pasteValues.clear();
     pasteLockColumns.clear();
     QHash<int, int> entryOfRow;
+    // The columns of each row's locked cells, which keep their weights while a row is written.
+    QHash<int, QList<int>> lockedCellColumns;
+    for (const QList<int>& cell : qAsConst(lockedCells))
+        if (cell.size() == 2)
+            lockedCellColumns[cell[0]].append(cell[1]);
     for (int i = 0; i < pasted.size() && i < values.size(); ++i) {
         const int r = pasted[i].row();
         const int shape = r >= 0 && r < weightRows.size()
@@ -51,11 +56,7 @@ bool vorelCmd::preparePaste() {
             influenceCounts.append(static_cast<int>(influenceCount(cluster)));
             pasteInfluences.append(HIntArray());
             pasteValues.append(HDoubleArray());
-            QList<int> locks;
-            for (const QList<int>& cell : qAsConst(lockedCells))
-                if (cell.size() == 2 && cell[0] == r)
-                    locks.append(cell[1]);
-            pasteLockColumns.append(locks);
+            pasteLockColumns.append(lockedCellColumns.value(r));
         }
         pasteInfluences[entry].append(influence);
         pasteValues[entry].append(values[i]);
