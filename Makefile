@@ -6,7 +6,7 @@ FUZZ_DIR ?= build-fuzz
 FUZZ_SECONDS ?= 60
 JOBS ?= $(shell nproc)
 
-.PHONY: all deps build run test test-release test-asan bench soak fuzz clean
+.PHONY: all deps build run test test-release test-asan bench soak fuzz interop clean
 
 all: build
 
@@ -42,6 +42,10 @@ soak: build
 	@QT_QPA_PLATFORM=offscreen VOREL_RANDOM_SEQUENCES=$${VOREL_RANDOM_SEQUENCES:-1000} \
 	  VOREL_RANDOM_STEPS=$${VOREL_RANDOM_STEPS:-50} VOREL_MONKEY_EVENTS=$${VOREL_MONKEY_EVENTS:-20000} \
 	  $(BUILD_DIR)/bin/test-ui-random
+
+# The table's clipboard text through LibreOffice Calc and back (installs Calc; scripts/interop).
+interop: build
+	@scripts/interop $(BUILD_DIR)
 
 # Builds the fuzz targets with clang and runs each for FUZZ_SECONDS with its corpus (fuzz/).
 fuzz: deps

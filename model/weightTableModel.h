@@ -22,7 +22,7 @@
 // lookups, accessors), weightLoading.cpp, weightPresentation.cpp, sceneCallbacks.cpp,
 // lockPersistence.cpp, weightCache.cpp, weightUpdate.cpp, cellEntry.cpp, sliderDrag.cpp,
 // maximumInfluences.cpp, precisionRounding.cpp, floodReplace.cpp, smoothing.cpp,
-// vertexRefresh.cpp and lockOperations.cpp.
+// vertexRefresh.cpp, lockOperations.cpp and rowSelection.cpp (row queries and copying).
 #pragma once
 
 #include "HCommandMessage.h"
@@ -33,11 +33,13 @@
 #include "HSelectionList.h"
 #include "HString.h"
 #include "HStringArray.h"
+#include "pastedText.h"
 #include "weightRows.h"
 
 #include <QAbstractTableModel>
 #include <QColor>
 #include <QHash>
+#include <QItemSelection>
 #include <QList>
 #include <QModelIndexList>
 #include <QPair>
@@ -118,6 +120,29 @@ public:
     void restoreUndoLoad();
     void restoreRedoLoad();
     void rebuildWeightRows();
+
+    // Row queries (rowQuery.h): `shown` becomes, per row, whether the query keeps it shown
+    // (matching vertex rows and the header rows of their shapes). False, after an error
+    // naming the word, when the text is not a query.
+    bool rowsMatchingQuery(const QString& text, QVector<bool>& shown) const;
+    // The tab-separated text, in UTF-8, of a copy of the selection's bounding range: a line of
+    // influence names, then per vertex row its "SHAPE.vtx[N]" and the values shown in its selected
+    // cells (blank elsewhere). Shape header rows and the rows and columns marked hidden are left
+    // out.
+    QByteArray copiedText(const QItemSelection& selection, const QVector<bool>& hiddenRows,
+                          const QVector<bool>& hiddenColumns) const;
+
+    // The targets of a host weight command for the selection: the vertices of its vertex rows
+    // ("|body|bodyShape.vtx[2:5]"), or every loaded shape when it holds none. Empty when the
+    // table is.
+    QString weightTargets(const QItemSelection& selection) const;
+
+    // Ctrl+V (pasteEntry.cpp): pastes tab- or comma-separated text at `current`, or by the
+    // text's joint and row names, as one "vorelCmd -paste" run. Each row keeps the values
+    // pasted into it (scaled down when they leave its locks less than nothing) and its other
+    // unlocked weights share the rest; locked cells are skipped and counted; a value that is
+    // not a number from 0 to 1 changes nothing.
+    void pasteText(const QString& text, const QModelIndex& current);
 
     // Locks every lock that the last newUnlockAll released.
     void relockReleased();
@@ -226,6 +251,18 @@ private:
     void notifyWholeTable(int previousRows);
     // Emits layoutChanged after the table took another shape.
     void finishLayoutChange();
+
+    // Paste placement and values (pasteEntry.cpp); false after a message when the text cannot
+    // be placed.
+    bool pasteColumns(const pastedText::Block& block, int currentColumn, QList<int>& columns) const;
+    bool pasteRows(const pastedText::Block& block, const QModelIndex& current,
+                   QList<int>& rows) const;
+    int influenceColumnOfName(const QString& name) const;
+    QHash<QString, int> rowsByPastedName() const;
+    // Scales the row's pasted values (values[first...]) down to what its locks leave; true when
+    // it had to.
+    bool fitPastedRow(int row, const QModelIndexList& rowCells, QList<double>& values,
+                      int first) const;
 
     // Presentation.
     bool hasLocks() const;

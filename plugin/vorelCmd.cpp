@@ -38,6 +38,7 @@ HSyntax createSyntax() {
     // Both smoothing flags share "-sm"; the plug-in always runs them by their long names.
     syntax.addFlag("-sm", "-skinPaintSmooth");
     syntax.addFlag("-sm", "-smoothSkinWeights");
+    syntax.addFlag("-pa", "-paste");
     syntax.enableQuery(false);
     syntax.enableEdit(false);
     return syntax;
@@ -73,7 +74,9 @@ HStatus vorelCmd::doIt(const HArgList& args) {
         ((parser.isFlagSet("setData") || parser.isFlagSet("dragSlider")) && prepareCells()) ||
         (parser.isFlagSet("dragSliderColumn") && prepareColumnDrag()) ||
         (parser.isFlagSet("skinPaintSmooth") && (paintSmoothPending = preparePaintSmoothing())) ||
-        (parser.isFlagSet("smoothSkinWeights") && (weightSmoothPending = prepareWeightSmoothing()));
+        (parser.isFlagSet("smoothSkinWeights") &&
+         (weightSmoothPending = prepareWeightSmoothing())) ||
+        (parser.isFlagSet("paste") && preparePaste());
     if (!prepared)
         return HS::kSuccess;
     return redoIt();
@@ -109,6 +112,8 @@ HStatus vorelCmd::redoIt() {
         status = writePaintSmoothing();
     if (weightSmoothPending)
         status = writeWeightSmoothing();
+    if (!pasteInfluences.isEmpty())
+        status = writePaste();
     if (editorModel) {
         editorModel->rebuildWeightRows();
         editorModel->setUpColumn();

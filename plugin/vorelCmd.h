@@ -1,8 +1,8 @@
 // vorelCmd: the plug-in's one host command. Without flags it opens the Vorel window (created
-// once, under the host's main window) and shows it. With one of its eight flags it performs
-// the edit that the window's model prepared in its hand-over members: doIt copies what it
-// needs from editorModel, redoIt writes it through the skin clusters and keeps the weights it
-// replaced, undoIt writes those back. One object stands for one edit; the host owns it (its
+// once, under the host's main window) and shows it. With one of its flags (the eight edits of
+// the window's controls, and -paste) it performs the edit that the window's model prepared in
+// its hand-over members: doIt copies what it needs from editorModel, redoIt writes it through
+// the skin clusters and keeps the weights it replaced, undoIt writes those back. One object stands for one edit; the host owns it (its
 // undo queue keeps it) and it owns all its lists.
 //
 // doIt records everything the writes need by identity (skin clusters, shape paths, vertex
@@ -71,6 +71,8 @@ protected:
     InfluenceColumns clusterColumns(const HObject& cluster) const;
     bool preparePaintSmoothing();
     bool prepareWeightSmoothing();
+    // The pasted cells grouped by vertex row (vorelCmdPaste.cpp).
+    bool preparePaste();
 
     // Write steps (vorelCmdWrite.cpp, vorelCmdSmoothing.cpp), run by redoIt in a fixed order.
     HStatus writeLimitInfluences();
@@ -80,6 +82,7 @@ protected:
     HStatus writeColumnDrag();
     HStatus writePaintSmoothing();
     HStatus writeWeightSmoothing();
+    HStatus writePaste();
 
     // The three ways undoIt writes the kept weights back.
     HStatus restoreShapeWrites();
@@ -127,6 +130,12 @@ protected:
     QList<HIntArray> columnInfluences;
     // Whether the cell write records its temporary influence locks in the undo queue.
     bool recordCellLocks = true;
+
+    // Paste: per written vertex (in editShapes and editComponents), the influences and values
+    // pasted, and the columns of the row's locked cells, which keep their weights.
+    QList<HIntArray> pasteInfluences;
+    QList<HDoubleArray> pasteValues;
+    QList<QList<int>> pasteLockColumns;
 
     // Smoothing: the vertices, influence, opacity and lock influences of a paint-tool
     // smoothing, and the host command text of a skin-cluster smoothing.

@@ -11,8 +11,11 @@
 //
 // Construction is in vorelWindowConstruction.cpp, the control slots in vorelWindowActions.cpp,
 // the table's selection, context menu and key handling in vorelWindowTable.cpp, and the sizes
-// that grow to fit the texts in vorelWindowSizes.cpp.
+// that grow to fit the texts in vorelWindowSizes.cpp; the spreadsheet additions (copy, row
+// queries) in vorelWindowSpreadsheet.cpp and the "Weights" menu in vorelWindowWeightsMenu.cpp.
 #pragma once
+
+#include "weightsDialog.h"
 
 #include <QItemSelection>
 #include <QMainWindow>
@@ -25,6 +28,7 @@ class QComboBox;
 class QFrame;
 class QGroupBox;
 class QHBoxLayout;
+class QKeyEvent;
 class QLabel;
 class QLineEdit;
 class QMenu;
@@ -161,7 +165,26 @@ private:
     // The value box and slider as the keyboard undo and redo of a value edit leave them.
     void showValueForStep();
 
+    // The spreadsheet additions (vorelWindowSpreadsheet.cpp): the row query box above the
+    // table, copying, and selecting the rows a query shows.
+    QHBoxLayout* createRowQueryRow();
+    void applyRowQuery();
+    void reapplyRowQuery();
+    // Ctrl+C, Ctrl+V and Ctrl+A in the table; false when the key is not theirs.
+    bool handleSpreadsheetKey(QObject* watched, const QKeyEvent* key);
+    void copySelection();
+    void selectShownRows();
+
+    // The "Weights" menu (vorelWindowWeightsMenu.cpp): the host's skinWeights command on the
+    // loaded meshes or the selected rows' vertices, asking for its values in a weightsDialog.
+    void createWeightsMenu();
+    void askAndRunWeightsCommand(weightsDialog::Kind kind);
+    void limitInfluences();
+    void runWeightsCommand(const QString& flags, bool changesWeights);
+
     // Control slot helpers.
+    // The maximum box's number; false after the box's error when it is not one of 1 or more.
+    bool readMaxInfluenceBox(int& maximum) const;
     // Value slider units per 1.0: 10^decimalPlaces.
     int valueScale() const;
     // Fixed notation with decimalPlaces decimals.
@@ -185,6 +208,7 @@ private:
     QAction* autoUpdateAction = nullptr;
     QAction* savePresetAction = nullptr;
     QAction* loadPresetAction = nullptr;
+    QMenu* weightsMenu = nullptr;
 
     // Control rows.
     QLabel* maxInfluenceLabel = nullptr;
@@ -210,6 +234,9 @@ private:
     ValueLine smoothingIterationsLine;
     QComboBox* floodOperationBox = nullptr;
     QPushButton* applyFloodButton = nullptr;
+    QLineEdit* rowQueryEdit = nullptr;
+    // The query whose rows the table shows; empty when every row is shown.
+    QString appliedRowQuery;
 
     // Frame and layouts.
     QFrame* separators[3] = {nullptr, nullptr, nullptr};

@@ -82,13 +82,20 @@ void vorelWindow::applyPrecision() {
     lastUsedControl = roundButton;
 }
 
-void vorelWindow::setMaxValue() {
+bool vorelWindow::readMaxInfluenceBox(int& maximum) const {
     bool ok = false;
-    const int maximum = maxInfluenceEdit->text().toInt(&ok, 10);
+    maximum = maxInfluenceEdit->text().toInt(&ok, 10);
     if (!ok || maximum < 1) {
         HGlobal::displayError("Can not set maximum influence with this number.");
-        return;
+        return false;
     }
+    return true;
+}
+
+void vorelWindow::setMaxValue() {
+    int maximum = 0;
+    if (!readMaxInfluenceBox(maximum))
+        return;
     previousMaxInfluence = tableModel->getMaxInfluences();
     tableModel->setMaxValue(maximum);
     lastUsedControl = maxInfluenceEdit;

@@ -132,6 +132,7 @@ void vorelWindow::createMenu() {
     savePresetAction = optionsMenu->addAction("Save Preset");
     loadPresetAction = optionsMenu->addAction("Load Preset");
     connect(autoUpdateAction, SIGNAL(triggered(bool)), tableModel, SLOT(setAutoUpdate(bool)));
+    createWeightsMenu();
 }
 
 QPushButton* vorelWindow::createButton(const QString& text, const char* objectName) {
@@ -337,6 +338,7 @@ void vorelWindow::assembleCentralWidget(QHBoxLayout* maxInfluenceRow, QHBoxLayou
     mainLayout->addLayout(loadAndLockRows);
     mainLayout->addLayout(valueRow);
     tableLayout = new QVBoxLayout();
+    tableLayout->addLayout(createRowQueryRow());
     tableLayout->addWidget(tableView);
     mainLayout->addLayout(tableLayout);
     setCentralWidget(centralFrame);

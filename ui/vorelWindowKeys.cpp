@@ -49,6 +49,8 @@ bool vorelWindow::eventFilter(QObject* watched, QEvent* event) {
         lastUsedControl = lastUndoneControl;
         return redoLastControl();
     }
+    if (handleSpreadsheetKey(watched, key))
+        return true;
     if (startsAnEntry(key) && QApplication::focusWidget() == tableView &&
         tableView->selectionModel()->hasSelection()) {
         tableModel->snapshotWeightRows();

@@ -93,9 +93,11 @@ void checkLineEdit(const QLineEdit* edit, std::vector<std::string>& clipped) {
     const QMargins textMargins = edit->textMargins();
     const int padding = 2;
     const int room = contents.width() - textMargins.left() - textMargins.right() - 2 * padding;
-    const int needed = static_cast<int>(std::lround(advance(edit, edit->text()))) + 1;
+    // An empty box shows its placeholder, which must read whole too.
+    const QString shown = edit->text().isEmpty() ? edit->placeholderText() : edit->text();
+    const int needed = static_cast<int>(std::lround(advance(edit, shown))) + 1;
     if (needed > room)
-        clipped.push_back("edit box " + describe(edit->text(), needed, room));
+        clipped.push_back("edit box " + describe(shown, needed, room));
 }
 
 // The operation box draws the chosen item's text in its edit field, a pixel in on each side.
