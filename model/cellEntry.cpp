@@ -1,7 +1,12 @@
 // Typed cell values and operator entries ("+=", "-=", "*=", "/="), handed to "vorelCmd -setData"
-// for every selected cell, then read back from the scene.
+// for every selected cell, then read back from the scene; and the request that carries cell
+// values to the command.
 #include "HGlobal.h"
+#include "HQtUtil.h"
 #include "weightTableModel.h"
+
+#include <QHash>
+#include <QPair>
 
 namespace {
 
@@ -25,11 +30,42 @@ bool weightTableModel::isEntryTarget(const QModelIndex& cell) const {
     return (flags(cell) & Qt::ItemIsEditable) && !data(cell, Qt::DisplayRole).toString().isEmpty();
 }
 
+CellValuesRequest weightTableModel::cellValuesRequest(const QModelIndexList& cells,
+                                                      const QList<double>& values) const {
+    CellValuesRequest request;
+    request.pendingCells = cells;
+    request.pendingValues = values;
+    request.identities.reserve(cells.size());
+    // Each shape's influence of a column is looked up once, however many cells share it.
+    QHash<QPair<int, int>, int> influenceOf;
+    for (const QModelIndex& cell : cells) {
+        CellIdentity identity;
+        identity.shape = loadedShapeOfRow(cell.row());
+        if (identity.shape >= 0 &&
+            !weightRows::vertexIndexOfRowName(headerData(cell.row(), Qt::Vertical).toString(),
+                                              identity.vertex))
+            identity.vertex = -1;
+        if (identity.shape >= 0) {
+            const QPair<int, int> key(identity.shape, cell.column());
+            auto found = influenceOf.constFind(key);
+            if (found == influenceOf.constEnd())
+                found = influenceOf.insert(
+                    key,
+                    influenceIndexByName(
+                        skinClusters[static_cast<unsigned>(identity.shape)],
+                        HQtUtil::toHString(headerData(cell.column(), Qt::Horizontal).toString())));
+            identity.influence = *found;
+        }
+        request.identities.append(identity);
+    }
+    return request;
+}
+
 bool weightTableModel::setData(const QModelIndex& editedIndex, const QVariant& value, int role) {
     if (role != Qt::EditRole)
         return true;
-    pendingValues.clear();
-    pendingCells.clear();
+    QModelIndexList cells;
+    QList<double> values;
     const QModelIndexList selected = selectedIndexes();
     QString entry = value.toString();
     const bool operatorEntry = entry.size() > 2 && entry.indexOf('=') == 1;
@@ -41,8 +77,8 @@ bool weightTableModel::setData(const QModelIndex& editedIndex, const QVariant& v
         }
         for (const QModelIndex& cell : selected)
             if (isEntryTarget(cell)) {
-                pendingValues.append(weight);
-                pendingCells.append(cell);
+                values.append(weight);
+                cells.append(cell);
             }
     } else {
         for (const QModelIndex& cell : selected) {
@@ -58,10 +94,11 @@ bool weightTableModel::setData(const QModelIndex& editedIndex, const QVariant& v
                 result = 0.0;
             else if (result > 1.0)
                 result = 1.0;
-            pendingValues.append(result);
-            pendingCells.append(cell);
+            values.append(result);
+            cells.append(cell);
         }
     }
+    pendingCellValues = cellValuesRequest(cells, values);
     HGlobal::executeCommand("vorelCmd -setData", true, true);
     for (const QModelIndex& cell : selected)
         updateWeightListAtIndex(cell);

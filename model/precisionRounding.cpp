@@ -24,6 +24,8 @@ void weightTableModel::setPrecision(int precisionNum) {
     }
     lastPrecision = precision;
     precision = precisionNum;
+    // Rounded from the unrounded copy, without the rebuild's tolerance.
+    rowsFollowScene = false;
 
     const int rows = qMin(weightRows.size(), fullPrecisionRows.size());
     for (int r = 0; r < rows; ++r) {

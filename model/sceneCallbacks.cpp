@@ -40,6 +40,7 @@ void weightTableModel::onSceneOpened() {
     influencePaths.clear();
     influenceNames.clear();
     weightRows.clear();
+    rowsFollowScene = false;
     // Everything kept of the old scene's tables names objects that are gone.
     rowNames.clear();
     influenceColors.clear();

@@ -82,11 +82,11 @@ void weightTableModel::dragCells(double value, bool absolute) {
     const double delta = value - (before - topRightValue);
 
     snapshotWeightRows();
-    pendingValues.clear();
-    pendingCells = kept;
+    QList<double> values;
     for (const QModelIndex& index : kept)
-        pendingValues.append(
+        values.append(
             clampWeight(absolute ? value : weightRows[index.row()][index.column() + 1] + delta));
+    pendingCellValues = cellValuesRequest(kept, values);
     HGlobal::executeCommand("vorelCmd -dragSlider", true, true);
 
     refreshVertexCells(kept);

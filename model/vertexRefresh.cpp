@@ -29,13 +29,6 @@ struct ShapeReadBack {
 void weightTableModel::refreshVertexCells(const QModelIndexList& cells) {
     if (cells.isEmpty())
         return;
-    // The nearest shape header row at or above each row.
-    QVector<int> headerAbove(weightRows.size(), -1);
-    for (int row = 0, header = -1; row < weightRows.size(); ++row) {
-        if (!isVertexRow(weightRows[row]))
-            header = row;
-        headerAbove[row] = header;
-    }
     std::vector<ShapeReadBack> shapes(shapePaths.length());
     int firstChanged = weightRows.size(), lastChanged = -1;
 
@@ -59,7 +52,7 @@ void weightTableModel::refreshVertexCells(const QModelIndexList& cells) {
             for (unsigned i = 0; i < influences.length(); ++i)
                 readBack.elementOf.push_back(columnOfInfluence(influences[i]) + 1);
         }
-        const int shapeRow = headerAbove[row];
+        const int shapeRow = headerRowAbove(row);
         if (shapeRow == -1) {
             updateWeightListAtIndex(cell);
             continue;

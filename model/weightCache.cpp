@@ -19,6 +19,7 @@
 #include <vector>
 
 using namespace weightRows;
+using weightRounding::Correction;
 
 namespace {
 
@@ -101,55 +102,70 @@ void weightTableModel::forgetUndoCopies() {
     undoInfluenceColumns.clear();
 }
 
-void weightTableModel::appendSceneRows(WeightRows& rows, unsigned shape, const HObject& vertices,
-                                       const WeightRows& reuse, SceneRows kind, bool& correcting) {
-    const int columns = static_cast<int>(influencePaths.length());
-    const int headerRow = rows.size();
-    appendReusing(rows, WeightRow(columns + 1, kHeaderCell), reuse);
-    const HDagPath& path = shapePaths[shape];
-    const HObject& cluster = skinClusters[shape];
+weightTableModel::ShapeColumns weightTableModel::shapeColumns(unsigned shape) const {
+    ShapeColumns columns;
     HDagPathArray influences;
-    HFnSkinCluster(cluster).influenceObjects(influences);
-    std::vector<int> elementOf(influences.length());
+    HFnSkinCluster(skinClusters[shape]).influenceObjects(influences);
+    columns.elementOf.resize(influences.length());
     for (unsigned k = 0; k < influences.length(); ++k)
-        elementOf[k] = columnOfInfluence(influences[k]) + 1;
-
-    WeightRow rowTemplate(columns + 1, kMissingInfluence);
-    rowTemplate[0] = static_cast<double>(shape);
-    WeightRow row = rowTemplate;
-    bool unnormalised = false;
-    const double tolerance = weightRounding::lastWeightTolerance(precision);
+        columns.elementOf[k] = columnOfInfluence(influences[k]) + 1;
+    columns.rowTemplate =
+        WeightRow(static_cast<int>(influencePaths.length()) + 1, kMissingInfluence);
+    columns.rowTemplate[0] = static_cast<double>(shape);
     // Columns that follow the influence order (one shape, or the first of several) allow the
     // one-pass fill; other layouts take the general steps, with the same result.
-    bool ordered = !elementOf.empty();
-    for (size_t k = 0; k < elementOf.size(); ++k)
-        ordered = ordered && elementOf[k] > 0 && (k == 0 || elementOf[k] > elementOf[k - 1]);
+    columns.ordered = !columns.elementOf.empty();
+    for (size_t k = 0; k < columns.elementOf.size(); ++k)
+        columns.ordered = columns.ordered && columns.elementOf[k] > 0 &&
+                          (k == 0 || columns.elementOf[k] > columns.elementOf[k - 1]);
+    return columns;
+}
+
+Correction weightTableModel::fillDisplayRow(WeightRow& row, const ShapeColumns& columns,
+                                            const double* weights, unsigned count,
+                                            bool correct) const {
+    double* cells = row.data();
+    std::copy(columns.rowTemplate.constBegin(), columns.rowTemplate.constEnd(), cells);
+    const unsigned used = std::min<unsigned>(count, columns.elementOf.size());
+    const double tolerance = weightRounding::lastWeightTolerance(precision);
+    if (columns.ordered)
+        return weightRounding::fillRoundedRow(cells, row.size(), columns.elementOf.data(), weights,
+                                              used, precision, tolerance, correct);
+    for (unsigned k = 0; k < used; ++k)
+        if (columns.elementOf[k] > 0)
+            cells[columns.elementOf[k]] = weights[k];
+    weightRounding::roundPositiveWeights(row, precision);
+    return correct ? weightRounding::absorbIntoLastWeight(row, tolerance) : Correction::kDone;
+}
+
+void weightTableModel::appendSceneRows(WeightRows& rows, unsigned shape, const HObject& vertices,
+                                       const WeightRows& reuse, SceneRows kind, bool& correcting) {
+    const int headerRow = rows.size();
+    appendReusing(rows, WeightRow(static_cast<int>(influencePaths.length()) + 1, kHeaderCell),
+                  reuse);
+    const ShapeColumns columns = shapeColumns(shape);
+    WeightRow row = columns.rowTemplate;
+    bool unnormalised = false;
     weightWriting::readVertexWeights(
-        cluster, path, vertices, [&](int, const double* weights, unsigned count) {
-            double* cells = row.data();
-            std::copy(rowTemplate.constBegin(), rowTemplate.constEnd(), cells);
-            const unsigned used = std::min<unsigned>(count, elementOf.size());
-            if (kind == SceneRows::kRoundedForDisplay && ordered) {
-                if (weightRounding::fillRoundedRow(cells, row.size(), elementOf.data(), weights,
-                                                   used, precision, tolerance, correcting) ==
-                    weightRounding::Correction::kNoPositiveWeight)
-                    correcting = correctRoundedRow(row, tolerance);
-                appendReusing(rows, row, reuse);
-                return;
-            }
-            double sum = 0.0;
-            for (unsigned k = 0; k < used; ++k) {
-                if (elementOf[k] > 0)
-                    cells[elementOf[k]] = weights[k];
-                sum += weights[k];
-            }
+        skinClusters[shape], shapePaths[shape], vertices,
+        [&](int, const double* weights, unsigned count) {
             if (kind == SceneRows::kMarkedFullPrecision) {
+                double* cells = row.data();
+                std::copy(columns.rowTemplate.constBegin(), columns.rowTemplate.constEnd(), cells);
+                double sum = 0.0;
+                for (unsigned k = 0; k < count && k < columns.elementOf.size(); ++k) {
+                    if (columns.elementOf[k] > 0)
+                        cells[columns.elementOf[k]] = weights[k];
+                    sum += weights[k];
+                }
                 unnormalised = unnormalised || !isNormalised(sum, precision);
-            } else {
-                weightRounding::roundPositiveWeights(row, precision);
+            } else if (correcting) {
                 // A vertex without weight ends the correction for every later row.
-                if (correcting)
-                    correcting = correctRoundedRow(row, tolerance);
+                correcting = reportCorrection(fillDisplayRow(row, columns, weights, count, true));
+                if (!correcting)
+                    uncorrectedFrom = rows.size();
+            } else {
+                fillDisplayRow(row, columns, weights, count, false);
             }
             appendReusing(rows, row, reuse);
         });
@@ -183,7 +199,9 @@ void weightTableModel::rebuildWeightRows() {
     const int previousRows = weightRows.size();
     const WeightRows previous = weightRows;
     weightRows.clear();
+    uncorrectedFrom = kCorrectedThroughout;
     weightRows = readSceneRows(previous, SceneRows::kRoundedForDisplay);
+    followScene();
     notifyWholeTable(previousRows);
 }
 
@@ -243,6 +261,7 @@ void weightTableModel::notifyWholeTable(int previousRows) {
 }
 
 void weightTableModel::restoreRedoRows() {
+    rowsFollowScene = false;
     const bool ours = matchesTable(redoWeightRows, redoRowsKey);
     snapshotWeightRows();
     emit layoutAboutToBeChanged();
@@ -253,6 +272,7 @@ void weightTableModel::restoreRedoRows() {
 }
 
 void weightTableModel::restoreRedoRowsAndRefresh() {
+    rowsFollowScene = false;
     const int previousRows = weightRows.size();
     const bool ours = matchesTable(redoWeightRows, redoRowsKey);
     snapshotWeightRows();
@@ -261,6 +281,7 @@ void weightTableModel::restoreRedoRowsAndRefresh() {
 }
 
 void weightTableModel::exchangeWithUndoRows() {
+    rowsFollowScene = false;
     const bool ours = matchesTable(undoWeightRows, undoRowsKey);
     redoWeightRows = weightRows;
     redoRowsKey = rowNamesKey;
@@ -337,6 +358,7 @@ void weightTableModel::restoreRedoShapes() {
 
 void weightTableModel::restoreUndoLoad() {
     beginResetModel();
+    rowsFollowScene = false;
     const quint64 shownKey = rowNamesKey;
     restoreUndoHeaders();
     restoreUndoShapes();
@@ -353,6 +375,7 @@ void weightTableModel::restoreUndoLoad() {
 
 void weightTableModel::restoreRedoLoad() {
     beginResetModel();
+    rowsFollowScene = false;
     snapshotWeightRows();
     restoreRedoHeaders();
     restoreRedoShapes();
@@ -366,6 +389,8 @@ void weightTableModel::restoreRedoLoad() {
 }
 
 void weightTableModel::undoPrecision() {
+    if (precision != lastPrecision)
+        rowsFollowScene = false;
     precision = lastPrecision;
 }
 

@@ -84,6 +84,8 @@ void weightTableModel::refreshSkinClusterData() {
     rebuildColumnLabels();
     if (!weightRows.isEmpty())
         roundAllRowsToPrecision();
+    if (!keepTable)
+        followScene();
     endResetModel();
 }
 
@@ -152,6 +154,8 @@ void weightTableModel::rebuildColumnLabels() {
 void weightTableModel::writeWeightRowsToScene(const WeightRows& rows, quint64 rowsKey) {
     if (rows.isEmpty())
         return;
+    // The scene takes other weights than the table shows.
+    rowsFollowScene = false;
     if (!matchesTable(rows, rowsKey)) {
         HGlobal::displayError("There is a problem with restoring weight data.");
         return;

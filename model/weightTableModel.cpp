@@ -47,13 +47,7 @@ int weightTableModel::rowOfShape(const HDagPath& shape) const {
     for (unsigned i = 0; i < shapePaths.length() && loaded == -1; ++i)
         if (shapePaths[i] == shape)
             loaded = static_cast<int>(i);
-    if (loaded == -1)
-        return -1;
-    int headers = 0;
-    for (int row = 0; row < weightRows.size(); ++row)
-        if (!weightRows::isVertexRow(weightRows[row]) && headers++ == loaded)
-            return row;
-    return -1;
+    return rowOfShapeIndex(loaded);
 }
 
 int weightTableModel::loadedShapeOfRow(int row) const {

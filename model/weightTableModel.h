@@ -33,7 +33,9 @@
 #include "HSelectionList.h"
 #include "HString.h"
 #include "HStringArray.h"
+#include "editRequests.h"
 #include "pastedText.h"
+#include "weightRounding.h"
 #include "weightRows.h"
 
 #include <QAbstractTableModel>
@@ -44,6 +46,8 @@
 #include <QModelIndexList>
 #include <QPair>
 #include <QSet>
+#include <climits>
+#include <vector>
 
 class weightTableView;
 
@@ -120,6 +124,11 @@ public:
     void restoreUndoLoad();
     void restoreRedoLoad();
     void rebuildWeightRows();
+    // After an edit (writtenRowRefresh.cpp): the written vertex rows, and the rows changed since
+    // the table last followed the scene, read again as rebuildWeightRows reads every row, so the
+    // table ends as a rebuild would leave it; the whole table is rebuilt when the rows cannot
+    // give that result.
+    void refreshWrittenRows(const QVector<WrittenRow>& written);
 
     // Row queries (rowQuery.h): `shown` becomes, per row, whether the query keeps it shown
     // (matching vertex rows and the header rows of their shapes). False, after an error
@@ -161,6 +170,11 @@ public:
     int getPrecision() const { return precision; }
     int getMaxInfluences() const { return maxInfluences; }
     QList<double> getPendingValues() const { return pendingValues; }
+    // The request of values for cells, each cell named by identity (cellEntry.cpp).
+    CellValuesRequest cellValuesRequest(const QModelIndexList& cells,
+                                        const QList<double>& values) const;
+    // The typed values or cell drag the next "vorelCmd -setData" or "-dragSlider" performs.
+    const CellValuesRequest& getPendingCellValues() const { return pendingCellValues; }
     QModelIndexList getPendingCells() const { return pendingCells; }
     QList<int> getPendingRows() const { return pendingRows; }
     int getPendingColumn() const { return pendingColumn; }
@@ -243,8 +257,29 @@ private:
     void forgetUndoCopies();
     void appendSceneRows(WeightRows& rows, unsigned shape, const HObject& vertices,
                          const WeightRows& reuse, SceneRows kind, bool& correcting);
-    // The load's correction of one rounded vertex row; false when the pass must stop.
-    bool correctRoundedRow(WeightRow& row, double tolerance) const;
+    // Where a loaded shape's influences sit in a row, and its vertex rows' template.
+    struct ShapeColumns {
+        std::vector<int> elementOf; // per influence index, its element (0: no column)
+        bool ordered = false;       // the elements increase with the influence index
+        WeightRow rowTemplate;
+    };
+    ShapeColumns shapeColumns(unsigned shape) const;
+    // Fills a vertex row from one vertex's weights as a load or rebuild shows it: rounded, and,
+    // when `correct`, the last positive weight taking the remainder. What the correction found.
+    weightRounding::Correction fillDisplayRow(WeightRow& row, const ShapeColumns& columns,
+                                              const double* weights, unsigned count,
+                                              bool correct) const;
+    // Says what a load's correction found; false when the pass must stop there.
+    bool reportCorrection(weightRounding::Correction result) const;
+    // The rows now show what a rebuild would (writtenRowRefresh.cpp); a row changed otherwise is
+    // read again by the next refresh.
+    void followScene();
+    void markForReread(int row);
+    bool writtenRowHolds(const WrittenRow& written) const;
+    // Header rows: all of them in table order, the n-th loaded shape's, the one above a row.
+    const QVector<int>& listHeaderRows() const;
+    int rowOfShapeIndex(int shape) const;
+    int headerRowAbove(int row) const;
     void markShapeRows();
     void exchangeWithUndoRows();
     void refreshRestoredRows(int previousRows);
@@ -394,6 +429,16 @@ private:
     double paintSmoothOpacity;
     QList<int> pendingLockColumns;
     WeightRows pendingRoundedRows;
+    CellValuesRequest pendingCellValues;
+
+    // Whether every vertex row shows what rebuildWeightRows would, but those listed to be read
+    // again; the row at which the rebuild's correction stops (a vertex without weight).
+    static constexpr int kCorrectedThroughout = INT_MAX;
+    bool rowsFollowScene = false;
+    std::vector<int> rowsToReread;
+    int uncorrectedFrom = kCorrectedThroughout;
+    mutable QVector<int> headerRows;
+    mutable quint64 headerRowsLayout = 0;
 
     // Settings and modes.
     int precision;

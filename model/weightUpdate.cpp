@@ -9,6 +9,8 @@
 #include "weightTableModel.h"
 #include "weightWriting.h"
 
+#include <algorithm>
+
 using namespace weightRows;
 using weightRounding::Correction;
 
@@ -114,6 +116,8 @@ void weightTableModel::updateWeightListAtIndex(const QModelIndex& modelIndex) {
 }
 
 void weightTableModel::roundRowToPrecision(int precisionNum, int row, int editedColumn) {
+    if (precisionNum != precision)
+        rowsFollowScene = false;
     precision = precisionNum;
     if (row < 0) {
         HGlobal::displayError("The passed-in row number is negative.");
@@ -125,6 +129,8 @@ void weightTableModel::roundRowToPrecision(int precisionNum, int row, int edited
         HGlobal::displayError("You can't set precision on shape row.");
         return;
     }
+    // The row now differs from what a rebuild would show: the next refresh reads it again.
+    markForReread(row);
     WeightRow& cells = weightRows[row];
     weightRounding::roundPositiveWeights(cells, precision);
     const Correction result =
@@ -150,16 +156,19 @@ void weightTableModel::roundAllRowsToPrecision() {
         if (isVertexRow(weightRows.at(r)))
             weightRounding::roundPositiveWeights(weightRows[r], precision);
     const double tolerance = weightRounding::lastWeightTolerance(precision);
+    uncorrectedFrom = kCorrectedThroughout;
     for (int r = 0; r < weightRows.size(); ++r) {
         if (!isVertexRow(weightRows.at(r)))
             continue;
-        if (!correctRoundedRow(weightRows[r], tolerance))
+        if (!reportCorrection(weightRounding::absorbIntoLastWeight(weightRows[r], tolerance))) {
+            uncorrectedFrom = r;
             return;
+        }
     }
 }
 
-bool weightTableModel::correctRoundedRow(WeightRow& row, double tolerance) const {
-    switch (weightRounding::absorbIntoLastWeight(row, tolerance)) {
+bool weightTableModel::reportCorrection(Correction result) const {
+    switch (result) {
     case Correction::kTooShort:
         HGlobal::displayError(kTooShort);
         return true;
@@ -180,10 +189,50 @@ int weightTableModel::findShapeRow(int row) {
         HGlobal::displayError(kBadIndex);
         return -1;
     }
+    return headerRowAbove(row);
+}
+
+const QVector<int>& weightTableModel::listHeaderRows() const {
+    // Listed once per table layout (the row names and count), since a walk over a large shape
+    // costs a read per row.
+    const quint64 layout = rowNamesKey ^ static_cast<quint64>(weightRows.size());
+    if (headerRowsLayout != layout || headerRows.isEmpty()) {
+        headerRows.clear();
+        for (int r = 0; r < weightRows.size(); ++r)
+            if (!isVertexRow(weightRows.at(r)))
+                headerRows.append(r);
+        headerRowsLayout = layout;
+    }
+    return headerRows;
+}
+
+int weightTableModel::rowOfShapeIndex(int shape) const {
+    const QVector<int>& headers = listHeaderRows();
+    if (shape < 0 || shape >= headers.size())
+        return -1;
+    const int header = headers.at(shape);
+    if (header < weightRows.size() && !isVertexRow(weightRows.at(header)))
+        return header;
+    int seen = 0;
+    for (int row = 0; row < weightRows.size(); ++row)
+        if (!isVertexRow(weightRows.at(row)) && seen++ == shape)
+            return row;
+    return -1;
+}
+
+int weightTableModel::headerRowAbove(int row) const {
     // A vertex row follows its shape's header row: the nearest header row above it is the
     // shape's, whatever the shape is called by now.
-    for (int r = row; r >= 0; --r)
-        if (!isVertexRow(weightRows[r]))
+    const QVector<int>& headerRows = listHeaderRows();
+    auto above = std::upper_bound(headerRows.constBegin(), headerRows.constEnd(), row);
+    if (above != headerRows.constBegin()) {
+        const int header = *(above - 1);
+        if (header < weightRows.size() && !isVertexRow(weightRows.at(header)))
+            return header;
+    }
+    // The list no longer fits the rows: walk.
+    for (int r = qMin(row, weightRows.size() - 1); r >= 0; --r)
+        if (!isVertexRow(weightRows.at(r)))
             return r;
     return -1;
 }

@@ -71,7 +71,8 @@ HStatus vorelCmd::doIt(const HArgList& args) {
         (parser.isFlagSet("numMax") && prepareLimitInfluences()) ||
         (parser.isFlagSet("round") && prepareRound()) ||
         (parser.isFlagSet("replace") && prepareReplace()) ||
-        ((parser.isFlagSet("setData") || parser.isFlagSet("dragSlider")) && prepareCells()) ||
+        ((parser.isFlagSet("setData") || parser.isFlagSet("dragSlider")) &&
+         prepareCells(parser.isFlagSet("setData"))) ||
         (parser.isFlagSet("dragSliderColumn") && prepareColumnDrag()) ||
         (parser.isFlagSet("skinPaintSmooth") && (paintSmoothPending = preparePaintSmoothing())) ||
         (parser.isFlagSet("smoothSkinWeights") &&
@@ -93,6 +94,8 @@ void vorelCmd::copyModel() {
 }
 
 HStatus vorelCmd::redoIt() {
+    if (edit)
+        return edit->redoIt();
     HStatus status;
     const bool savedAutoUpdate = weightTableModel::getAutoUpdate();
     // The writes and lock commands change the scene; the table must not reload meanwhile.
@@ -105,7 +108,7 @@ HStatus vorelCmd::redoIt() {
     if (!floodShapes.isEmpty())
         status = writeFloodReplace();
     if (!cells.isEmpty() && !paintSmoothPending)
-        status = writeCellValues();
+        status = refuseCellsWithoutValues();
     if (!columnInfluences.isEmpty())
         status = writeColumnDrag();
     if (paintSmoothPending)
@@ -123,6 +126,8 @@ HStatus vorelCmd::redoIt() {
 }
 
 HStatus vorelCmd::undoIt() {
+    if (edit)
+        return edit->undoIt();
     // Exactly one branch writes the kept weights back; only the vertex branch also re-evaluates
     // the hidden columns.
     HStatus status;

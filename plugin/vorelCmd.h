@@ -2,8 +2,8 @@
 // once, under the host's main window) and shows it. With one of its flags (the eight edits of
 // the window's controls, and -paste) it performs the edit that the window's model prepared in
 // its hand-over members: doIt copies what it needs from editorModel, redoIt writes it through
-// the skin clusters and keeps the weights it replaced, undoIt writes those back. One object stands for one edit; the host owns it (its
-// undo queue keeps it) and it owns all its lists.
+// the skin clusters and keeps the weights it replaced, undoIt writes those back. One object stands
+// for one edit; the host owns it (its undo queue keeps it) and it owns all its lists.
 //
 // doIt records everything the writes need by identity (skin clusters, shape paths, vertex
 // numbers, influence indices and the table rows it worked from); redoIt and undoIt read only
@@ -26,6 +26,7 @@
 #include "HStatus.h"
 #include "HString.h"
 #include "HSyntax.h"
+#include "editCommand.h"
 #include "paintSmoothSequence.h"
 #include "weightRows.h"
 
@@ -33,6 +34,7 @@
 #include <QList>
 #include <QModelIndexList>
 #include <QVector>
+#include <memory>
 
 class vorelCmd : public HPxCommand {
 public:
@@ -61,11 +63,8 @@ protected:
     bool prepareLimitInfluences();
     bool prepareRound();
     bool prepareReplace();
-    bool prepareCells();
-    // The cells and their values given; without `checkRows` a row outside the table is
-    // refused as a shape header row is.
-    bool prepareCells(const QModelIndexList& requested, const QList<double>& values,
-                      bool checkRows);
+    // Typed (-setData) or dragged (-dragSlider) cells: the edit object that performs them.
+    bool prepareCells(bool typed);
     bool prepareColumnDrag();
     // The table's columns of the cluster's influences and the reverse, as the model has them.
     InfluenceColumns clusterColumns(const HObject& cluster) const;
@@ -78,7 +77,7 @@ protected:
     HStatus writeLimitInfluences();
     HStatus writeRound();
     HStatus writeFloodReplace();
-    HStatus writeCellValues();
+    HStatus refuseCellsWithoutValues();
     HStatus writeColumnDrag();
     HStatus writePaintSmoothing();
     HStatus writeWeightSmoothing();
@@ -91,6 +90,10 @@ protected:
 
     // Called after each influence the limit step removes, with the row and the column.
     virtual void influenceRemoved(int row, int column);
+
+    // The edit performed, for the kinds that have their own class; redoIt and undoIt forward
+    // to it.
+    std::unique_ptr<editCommand> edit;
 
     // Copies of the model's loaded objects and lock lists, taken by every flagged doIt.
     HObjectArray skinClusters;
@@ -125,11 +128,9 @@ protected:
     QList<int> floodShapes;
     int targetColumn;
     QList<int> influenceIndices;
-    QList<double> cellValues;
+    // The cells a smoothing recorded.
     QModelIndexList cells;
     QList<HIntArray> columnInfluences;
-    // Whether the cell write records its temporary influence locks in the undo queue.
-    bool recordCellLocks = true;
 
     // Paste: per written vertex (in editShapes and editComponents), the influences and values
     // pasted, and the columns of the row's locked cells, which keep their weights.

@@ -13,6 +13,7 @@
 #include "vorelCmd.h"
 #include "weightTableModel.h"
 #include "weightWriting.h"
+#include "windowEditCommands.h"
 
 #include <QHash>
 
@@ -155,49 +156,16 @@ bool vorelCmd::prepareReplace() {
     return prepared;
 }
 
-bool vorelCmd::prepareCells() {
-    return prepareCells(editorModel->getPendingCells(), editorModel->getPendingValues(), true);
-}
-
-bool vorelCmd::prepareCells(const QModelIndexList& requested, const QList<double>& values,
-                            bool checkRows) {
-    cellValues = values;
-    cells = requested;
-    editShapes.clear();
-    editComponents.clear();
-    influenceIndices.clear();
-    influenceCounts.clear();
-    if (cells.isEmpty())
+bool vorelCmd::prepareCells(bool typed) {
+    std::unique_ptr<cellValuesCmd> cells;
+    if (typed)
+        cells.reset(new setCellDataCmd(editorWindow, editorModel));
+    else
+        cells.reset(new dragSliderCmd(editorWindow, editorModel));
+    if (!cells->prepare(editorModel->getPendingCellValues(), *editorModel,
+                        cellValuesCmd::Rules{true, true}))
         return false;
-    for (const QModelIndex& cell : qAsConst(cells)) {
-        const int r = cell.row();
-        if (r < 0 || r >= weightRows.size()) {
-            HGlobal::displayInfo(checkRows ? "There is an error getting row number"
-                                           : "This is not a valid cell to edit.");
-            return false;
-        }
-        const int shape = weightRows::shapeOfRow(weightRows.at(r), shapePaths.length());
-        if (shape == -1) {
-            HGlobal::displayInfo("This is not a valid cell to edit.");
-            return false;
-        }
-        int vertex = 0;
-        if (!vertexOfRow(*editorModel, r, vertex)) {
-            HGlobal::displayInfo("There is something wrong accessing the vertex number.");
-            return false;
-        }
-        editShapes.append(shape);
-        editComponents.append(singleVertexComponent(vertex));
-        const HObject& cluster = skinClusters[static_cast<unsigned>(shape)];
-        const int influence =
-            editorModel->influenceIndexByName(cluster, columnName(*editorModel, cell.column()));
-        if (influence == -1) {
-            HGlobal::displayInfo("There is something wrong getting the joint index.");
-            return false;
-        }
-        influenceIndices.append(influence);
-        influenceCounts.append(static_cast<int>(influenceCount(cluster)));
-    }
+    edit = std::move(cells);
     return true;
 }
 

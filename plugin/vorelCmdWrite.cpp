@@ -124,38 +124,11 @@ HStatus vorelCmd::writeFloodReplace() {
     return status;
 }
 
-HStatus vorelCmd::writeCellValues() {
+HStatus vorelCmd::refuseCellsWithoutValues() {
+    // Only a weight smoothing records cells here (typed and dragged cells are the held edit's);
+    // the cell step that its cells let run finds nothing to write and says so.
     oldWeights.clear();
-    if (cells.isEmpty())
-        return HS::kFailure;
-    const int count = cells.size();
-    if (editShapes.size() < count || editComponents.size() < count ||
-        influenceIndices.size() < count || influenceCounts.size() < count ||
-        cellValues.size() < count)
-        return notSetUp();
-    HStatus status;
-    for (int i = 0; i < count; ++i) {
-        const int row = cells[i].row();
-        const int column = cells[i].column();
-        const unsigned shape = static_cast<unsigned>(editShapes[i]);
-        // The row's other locked cells keep their weights while the host normalises this one.
-        QList<int> lockColumns;
-        for (const QList<int>& cell : qAsConst(lockedCells))
-            if (cell.size() == 2 && cell[0] == row && cell[1] != column)
-                lockColumns.append(cell[1]);
-        HDoubleArray old;
-        {
-            InfluenceLockGuard locks(influencePathNames(influencePaths, lockColumns),
-                                     recordCellLocks);
-            NormalisationGuard normalisation(skinClusters[shape]);
-            status = HFnSkinCluster(skinClusters[shape])
-                         .setWeights(shapePaths[shape], editComponents[i],
-                                     static_cast<unsigned>(influenceIndices[i]), cellValues[i],
-                                     true, &old);
-        }
-        oldWeights.append(old);
-    }
-    return status;
+    return notSetUp();
 }
 
 HStatus vorelCmd::writeColumnDrag() {

@@ -30,10 +30,8 @@ void applyButtonCmd::influenceRemoved(int row, int column) {
 }
 
 HStatus dragSliderCmd::doIt(const HArgList&) {
-    copyModel();
-    recordCellLocks = false;
-    return performWhen(
-        prepareCells(editModel->getPendingCells(), editModel->getPendingValues(), false));
+    return performWhen(editModel &&
+                       prepare(editModel->getPendingCellValues(), *editModel, Rules{false, false}));
 }
 
 HStatus dragSliderColCmd::doIt(const HArgList&) {
@@ -42,11 +40,14 @@ HStatus dragSliderColCmd::doIt(const HArgList&) {
 }
 
 HStatus setCellDataCmd::doIt(const HArgList&) {
-    copyModel();
+    if (!editModel)
+        return HS::kSuccess;
     QModelIndexList selected;
     if (weightTableView* view = editModel->getTableView())
         selected = view->selectionModel()->selectedIndexes();
-    return performWhen(prepareCells(selected, editModel->getPendingValues(), true));
+    const CellValuesRequest request =
+        editModel->cellValuesRequest(selected, editModel->getPendingCellValues().pendingValues);
+    return performWhen(prepare(request, *editModel, Rules{true, true}));
 }
 
 HStatus smoothCmd::doIt(const HArgList&) {

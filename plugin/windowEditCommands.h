@@ -19,12 +19,14 @@
 
 #include "HArgList.h"
 #include "HStatus.h"
+#include "cellValuesCmd.h"
 #include "vorelCmd.h"
 
 class vorelWindow;
 class weightTableModel;
 
-template <typename Command> class windowEditCommand : public vorelCmd {
+// `Base` holds the steps: vorelCmd's own, or the edit class vorelCmd holds for that kind.
+template <typename Command, typename Base = vorelCmd> class windowEditCommand : public Base {
 public:
     windowEditCommand(vorelWindow* window, weightTableModel* model) {
         editWindow = window;
@@ -34,14 +36,16 @@ public:
 
 protected:
     // Writes when the preparation succeeded; a failed one leaves the scene as it was.
-    HStatus performWhen(bool prepared) { return prepared ? redoIt() : HStatus(HS::kSuccess); }
+    HStatus performWhen(bool prepared) { return prepared ? this->redoIt() : HStatus(HS::kSuccess); }
 
     static vorelWindow* editWindow;
     static weightTableModel* editModel;
 };
 
-template <typename Command> vorelWindow* windowEditCommand<Command>::editWindow = nullptr;
-template <typename Command> weightTableModel* windowEditCommand<Command>::editModel = nullptr;
+template <typename Command, typename Base>
+vorelWindow* windowEditCommand<Command, Base>::editWindow = nullptr;
+template <typename Command, typename Base>
+weightTableModel* windowEditCommand<Command, Base>::editModel = nullptr;
 
 class replaceButtonCmd : public windowEditCommand<replaceButtonCmd> {
 public:
@@ -64,7 +68,7 @@ protected:
     void influenceRemoved(int row, int column) override;
 };
 
-class dragSliderCmd : public windowEditCommand<dragSliderCmd> {
+class dragSliderCmd : public windowEditCommand<dragSliderCmd, cellValuesCmd> {
 public:
     using windowEditCommand::windowEditCommand;
     HStatus doIt(const HArgList& args) override;
@@ -76,7 +80,7 @@ public:
     HStatus doIt(const HArgList& args) override;
 };
 
-class setCellDataCmd : public windowEditCommand<setCellDataCmd> {
+class setCellDataCmd : public windowEditCommand<setCellDataCmd, cellValuesCmd> {
 public:
     using windowEditCommand::windowEditCommand;
     HStatus doIt(const HArgList& args) override;

@@ -7,27 +7,19 @@
 //   process's resident size under twice what it was after loading ("rss_ratio").
 #include "HGlobal.h"
 #include "benchHostMain.h"
+#include "largeSkinnedScene.h"
 #include "largeTable.h"
 
 #include <QAbstractItemModel>
 #include <QItemSelectionModel>
 #include <QTableView>
 #include <benchmark/benchmark.h>
-#include <fstream>
-#include <unistd.h>
 
 namespace {
 
 QAbstractItemModel* tableModel = nullptr;
 QTableView* table = nullptr;
 double loadedMegabytes = 0.0;
-
-double residentMegabytes() {
-    std::ifstream statm("/proc/self/statm");
-    long pages = 0, resident = 0;
-    statm >> pages >> resident;
-    return static_cast<double>(resident) * sysconf(_SC_PAGESIZE) / (1024.0 * 1024.0);
-}
 
 bool run(const char* command) {
     return static_cast<bool>(HGlobal::executeCommand(command));

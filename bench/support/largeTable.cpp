@@ -17,10 +17,10 @@ bool run(const HString& command) {
 
 } // namespace
 
-LargeTable openLargeTable(const char* pluginPath) {
+LargeTable openLargeTable(const char* pluginPath, LargeTableSize size) {
     fixture::SkinnedMeshOptions options;
-    options.vertices = kLargeTableVertices;
-    options.joints = kLargeTableInfluences;
+    options.vertices = size.vertices;
+    options.joints = size.influences;
     options.weightsPerVertex = 8;
     options.seed = 11;
     fixture::makeSkinnedMesh(options);

@@ -1,0 +1,61 @@
+// bench-million-rows: the Vorel table over a mesh of 1,000,000 vertices bound to 128 joints with
+// 8 weights per vertex. Targets (2 cores):
+// - "Load Component" of the whole mesh: under 1.5 s;
+// - resident size after loading ("rss_loaded_MB"): under 1.2 GB;
+// - one typed cell, from the editor's text to the refreshed table: under 30 ms.
+#include "HGlobal.h"
+#include "benchHostMain.h"
+#include "largeSkinnedScene.h"
+#include "largeTable.h"
+
+#include <QAbstractItemModel>
+#include <QItemSelectionModel>
+#include <QTableView>
+#include <benchmark/benchmark.h>
+
+namespace {
+
+constexpr LargeTableSize kMillionRows{1000000, 128};
+
+LargeTable large;
+double loadedMegabytes = 0.0;
+
+void prepare() {
+    large = openLargeTable(VOREL_PLUGIN_PATH, kMillionRows);
+    loadedMegabytes = residentMegabytes();
+}
+
+void loadComponent(benchmark::State& state) {
+    if (!large.model) {
+        state.SkipWithError("the plug-in did not load");
+        return;
+    }
+    for (auto _ : state)
+        QMetaObject::invokeMethod(large.model, "refreshSkinClusterData");
+    state.counters["rows"] = large.model->rowCount();
+    state.counters["rss_loaded_MB"] = loadedMegabytes;
+}
+BENCHMARK(loadComponent)->Unit(benchmark::kMillisecond)->Iterations(3);
+
+void typeOneCell(benchmark::State& state) {
+    if (!large.model) {
+        state.SkipWithError("the plug-in did not load");
+        return;
+    }
+    QAbstractItemModel* model = large.model;
+    const QModelIndex cell = model->index(500001, 7);
+    large.table->selectionModel()->select(cell, QItemSelectionModel::ClearAndSelect);
+    bool high = false;
+    for (auto _ : state) {
+        high = !high;
+        model->setData(cell, high ? "0.6" : "0.2", Qt::EditRole);
+    }
+    state.counters["rss_after_MB"] = residentMegabytes();
+}
+BENCHMARK(typeOneCell)->Unit(benchmark::kMillisecond)->Iterations(20);
+
+} // namespace
+
+int main(int argc, char** argv) {
+    return runBenchmarksInHost(argc, argv, "bench-million-rows", prepare);
+}

@@ -1,0 +1,39 @@
+// editRequests: the edits the model hands to "vorelCmd", as values. The model builds a request
+// from its table and the selection, keeps it as its pending request (one place) and runs the
+// command; the command takes the request as it is, so that the edit it keeps for undo and redo
+// never depends on what the table shows later.
+//
+// A request names what it edits by identity (shape index, vertex number, influence index in
+// the shape's skin cluster), found by the model when it builds the request; -1 marks what the
+// model could not find, which the command reports with its own messages. The table row and
+// column of each cell travel too, so that the table can refresh exactly the rows the edit
+// wrote.
+#pragma once
+
+#include <QList>
+#include <QModelIndexList>
+#include <QVector>
+
+// What one cell names in the scene; -1 where the table does not say.
+struct CellIdentity {
+    int shape = -1;
+    int vertex = -1;
+    int influence = -1;
+};
+
+// Typed values ("vorelCmd -setData") or a slider drag over cells ("vorelCmd -dragSlider"): each
+// cell of `pendingCells` gets the value at the same position of `pendingValues`.
+struct CellValuesRequest {
+    QModelIndexList pendingCells;
+    QList<double> pendingValues;
+    // Parallel to pendingCells.
+    QVector<CellIdentity> identities;
+};
+
+// A vertex row an edit wrote: its table row as the edit found it, and the vertex it held. The
+// table checks both before it refreshes the row from the scene.
+struct WrittenRow {
+    int row = -1;
+    int shape = -1;
+    int vertex = -1;
+};

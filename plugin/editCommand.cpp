@@ -1,0 +1,28 @@
+#include "editCommand.h"
+
+#include "weightTableModel.h"
+
+HStatus editCommand::writeAndRefresh(weightTableModel* model,
+                                     const std::function<HStatus()>& write) {
+    const bool savedAutoUpdate = weightTableModel::getAutoUpdate();
+    // The writes and lock commands change the scene; the table must not reload meanwhile.
+    if (model)
+        model->setAutoUpdate(false);
+    written.clear();
+    const HStatus status = write();
+    if (model) {
+        model->refreshWrittenRows(written.rows());
+        model->setUpColumn();
+        model->setAutoUpdate(savedAutoUpdate);
+    }
+    return status;
+}
+
+HStatus editCommand::restoreAndRefresh(weightTableModel* model) {
+    const HStatus status = written.restore();
+    if (model) {
+        model->refreshWrittenRows(written.rows());
+        model->setUpColumn();
+    }
+    return status;
+}

@@ -1,0 +1,30 @@
+#include "writtenWeights.h"
+
+#include "HFnSkinCluster.h"
+#include "commandModelAccess.h"
+#include "weightWriting.h"
+
+#include <memory>
+
+HStatus writtenWeights::restore() const {
+    HStatus status = HS::kFailure;
+    for (const Entry& entry : entries) {
+        std::unique_ptr<weightWriting::NormalisationGuard> normalisation;
+        if (entry.normalisationGuard)
+            normalisation.reset(new weightWriting::NormalisationGuard(entry.cluster));
+        status = HFnSkinCluster(entry.cluster)
+                     .setWeights(entry.shape, entry.component,
+                                 commandModelAccess::allInfluences(entry.influenceCount),
+                                 entry.oldWeights, true);
+    }
+    return status;
+}
+
+QVector<WrittenRow> writtenWeights::rows() const {
+    QVector<WrittenRow> rows;
+    rows.reserve(entries.size());
+    for (const Entry& entry : entries)
+        if (entry.row.row >= 0)
+            rows.append(entry.row);
+    return rows;
+}
