@@ -31,7 +31,7 @@ void prepare() {
     table = large.table;
     if (!tableModel || !table)
         return;
-    loadedMegabytes = residentMegabytes();
+    loadedMegabytes = benchscene::residentMegabytes();
 }
 
 // Selects `count` cells of column 5 from row 1 down.
@@ -72,7 +72,7 @@ void fiftyEditsKeptForUndo(benchmark::State& state) {
                                 edit % 2 ? "0.35" : "0.15", Qt::EditRole);
         }
     }
-    const double after = residentMegabytes();
+    const double after = benchscene::residentMegabytes();
     state.counters["rss_loaded_MB"] = loadedMegabytes;
     state.counters["rss_after_MB"] = after;
     state.counters["rss_ratio"] = after / loadedMegabytes;

@@ -22,7 +22,7 @@ double loadedMegabytes = 0.0;
 
 void prepare() {
     large = openLargeTable(VOREL_PLUGIN_PATH, kMillionRows);
-    loadedMegabytes = residentMegabytes();
+    loadedMegabytes = benchscene::residentMegabytes();
 }
 
 void loadComponent(benchmark::State& state) {
@@ -50,7 +50,7 @@ void typeOneCell(benchmark::State& state) {
         high = !high;
         model->setData(cell, high ? "0.6" : "0.2", Qt::EditRole);
     }
-    state.counters["rss_after_MB"] = residentMegabytes();
+    state.counters["rss_after_MB"] = benchscene::residentMegabytes();
 }
 BENCHMARK(typeOneCell)->Unit(benchmark::kMillisecond)->Iterations(20);
 
