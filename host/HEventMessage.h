@@ -1,5 +1,6 @@
 // HEventMessage: callbacks for named scene events: "SelectionChanged", "SceneOpened", "Undo",
-// "Redo", "SceneSaved".
+// "Redo", "SceneSaved", and "SkinWeightsChanged" (after every change of a skin cluster's
+// weights or influences, by whatever means).
 //
 // Callbacks run synchronously on the main thread, in the order they were added. An unknown
 // event name or a null function fails with kInvalidParameter and returns 0.

@@ -60,6 +60,13 @@ void weightTableModel::undoRedoCallback(void* model) {
     static_cast<weightTableModel*>(model)->followHostLocks();
 }
 
+void weightTableModel::weightsChangedCallback(void* model) {
+    weightTableModel* table = static_cast<weightTableModel*>(model);
+    // Weights changed by anything but the table's own edit: the next refresh reads everything.
+    if (!table->writingScene)
+        table->rowsFollowScene = false;
+}
+
 void weightTableModel::onSelectionChanged() {
     // Opening a scene empties the selection; the change that follows is not the user's.
     if (sceneJustOpened) {

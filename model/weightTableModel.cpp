@@ -18,13 +18,15 @@ weightTableModel::weightTableModel(QObject* parent)
       lastPrecision(3), maxInfluences(4), lastMaxInfluences(4), filterOn(false), hilightOn(false),
       skinPaintSmoothMode(false), smoothSkinWeightsMode(false), topRightValue(0.0),
       tableView(nullptr), selectionChangedCallbackId(0), sceneOpenedCallbackId(0),
-      undoCallbackId(0), redoCallbackId(0), sceneJustOpened(false) {
+      undoCallbackId(0), redoCallbackId(0), weightsChangedCallbackId(0), sceneJustOpened(false) {
     selectionChangedCallbackId =
         HEventMessage::addEventCallback("SelectionChanged", selectionChangedCallback, this);
     sceneOpenedCallbackId =
         HEventMessage::addEventCallback("SceneOpened", sceneOpenedCallback, this);
     undoCallbackId = HEventMessage::addEventCallback("Undo", undoRedoCallback, this);
     redoCallbackId = HEventMessage::addEventCallback("Redo", undoRedoCallback, this);
+    weightsChangedCallbackId =
+        HEventMessage::addEventCallback("SkinWeightsChanged", weightsChangedCallback, this);
 }
 
 weightTableModel::~weightTableModel() {
@@ -32,6 +34,7 @@ weightTableModel::~weightTableModel() {
     HMessage::removeCallback(sceneOpenedCallbackId);
     HMessage::removeCallback(undoCallbackId);
     HMessage::removeCallback(redoCallbackId);
+    HMessage::removeCallback(weightsChangedCallbackId);
 }
 
 int weightTableModel::columnOfInfluence(const HDagPath& influence) const {

@@ -129,6 +129,9 @@ public:
     // table ends as a rebuild would leave it; the whole table is rebuilt when the rows cannot
     // give that result.
     void refreshWrittenRows(const QVector<WrittenRow>& written);
+    // While the table's own edit writes, the scene's weight changes are that edit's, which
+    // refreshWrittenRows follows; any other change of weights leaves the table to be read whole.
+    void setWritingScene(bool writing) { writingScene = writing; }
 
     // Row queries (rowQuery.h): `shown` becomes, per row, whether the query keeps it shown
     // (matching vertex rows and the header rows of their shapes). False, after an error
@@ -371,6 +374,7 @@ private:
     static void selectionChangedCallback(void* model);
     static void sceneOpenedCallback(void* model);
     static void undoRedoCallback(void* model);
+    static void weightsChangedCallback(void* model);
     void onSelectionChanged();
     void onSceneOpened();
     void mirrorSceneSelection();
@@ -435,6 +439,7 @@ private:
     // again; the row at which the rebuild's correction stops (a vertex without weight).
     static constexpr int kCorrectedThroughout = INT_MAX;
     bool rowsFollowScene = false;
+    bool writingScene = false;
     std::vector<int> rowsToReread;
     int uncorrectedFrom = kCorrectedThroughout;
     mutable QVector<int> headerRows;
@@ -468,6 +473,7 @@ private:
     HCallbackId sceneOpenedCallbackId;
     HCallbackId undoCallbackId;
     HCallbackId redoCallbackId;
+    HCallbackId weightsChangedCallbackId;
     bool sceneJustOpened;
 
     // The influence locks the table's own commands last set in the host (by full path), with

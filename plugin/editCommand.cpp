@@ -9,8 +9,11 @@ HStatus editCommand::writeAndRefresh(weightTableModel* model,
     if (model)
         model->setAutoUpdate(false);
     written.clear();
+    if (model)
+        model->setWritingScene(true);
     const HStatus status = write();
     if (model) {
+        model->setWritingScene(false);
         model->refreshWrittenRows(written.rows());
         model->setUpColumn();
         model->setAutoUpdate(savedAutoUpdate);
@@ -19,8 +22,11 @@ HStatus editCommand::writeAndRefresh(weightTableModel* model,
 }
 
 HStatus editCommand::restoreAndRefresh(weightTableModel* model) {
+    if (model)
+        model->setWritingScene(true);
     const HStatus status = written.restore();
     if (model) {
+        model->setWritingScene(false);
         model->refreshWrittenRows(written.rows());
         model->setUpColumn();
     }

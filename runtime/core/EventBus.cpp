@@ -12,12 +12,14 @@ const char* const kSceneOpened = "SceneOpened";
 const char* const kUndo = "Undo";
 const char* const kRedo = "Redo";
 const char* const kSceneSaved = "SceneSaved";
+const char* const kSkinWeightsChanged = "SkinWeightsChanged";
 } // namespace events
 
 namespace {
 
 const char* const kEventNames[] = {events::kSelectionChanged, events::kSceneOpened, events::kUndo,
-                                   events::kRedo, events::kSceneSaved};
+                                   events::kRedo, events::kSceneSaved,
+                                   events::kSkinWeightsChanged};
 
 const bool registered = registerHostModule(
     kEventsRank, [](HostContext&) { return std::unique_ptr<HostModule>(new EventBus); });

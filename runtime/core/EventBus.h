@@ -1,6 +1,7 @@
 // EventBus: the host's named scene events and their callbacks (HEventMessage).
 //
-// The events are fixed: "SelectionChanged", "SceneOpened", "Undo", "Redo", "SceneSaved".
+// The events are fixed: "SelectionChanged", "SceneOpened", "Undo", "Redo", "SceneSaved",
+// "SkinWeightsChanged".
 // fire() calls the event's callbacks synchronously, in the order they were added; a callback
 // removed during the dispatch is not called again.
 #pragma once
@@ -21,6 +22,7 @@ extern const char* const kSceneOpened;
 extern const char* const kUndo;
 extern const char* const kRedo;
 extern const char* const kSceneSaved;
+extern const char* const kSkinWeightsChanged;
 } // namespace events
 
 class EventBus : public HostModule {

@@ -38,6 +38,7 @@ enum HostModuleRank {
     kProgressRank = 30,
     kSceneRank = 100,
     kSelectionRank = 200,
+    kWeightEventsRank = 210,
     kDocumentRank = 250,
     kLanguageRank = 300,
     kUndoRank = 400,

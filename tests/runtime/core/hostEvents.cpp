@@ -64,5 +64,5 @@ TEST(EventCallbacks, UnknownEventsAndMissingFunctionsAreRefused) {
     EXPECT_EQ(status.statusCode(), HS::kInvalidParameter);
     HStringArray names;
     HEventMessage::getEventNames(names);
-    EXPECT_EQ(names.length(), 5u);
+    EXPECT_EQ(names.length(), 6u);
 }

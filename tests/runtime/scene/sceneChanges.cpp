@@ -1,5 +1,7 @@
+#include "HEventMessage.h"
 #include "HFnSkinCluster.h"
 #include "HGlobal.h"
+#include "HMessage.h"
 #include "scene/Scene.h"
 #include "scene/SceneChange.h"
 #include "sceneFixture.h"
@@ -122,4 +124,32 @@ TEST_F(WeightNotices, NameTheVerticesAWriteChangedAndItsUndoRestored) {
         "skinPercent -t bodyJoint1 -tv 0.9 -nrm false skinCluster1 body.vtx[4];"
         "skinPercent -nrm true skinCluster1 body.vtx[4]"));
     EXPECT_EQ(notices, (std::vector<std::vector<int>>{{5}, {5}, {3}, {4}, {4}}));
+}
+
+namespace {
+
+void countEvent(void* count) {
+    ++*static_cast<int*>(count);
+}
+
+} // namespace
+
+TEST_F(WeightNotices, EveryWeightChangeAndOnlyThatFiresSkinWeightsChanged) {
+    fixture::SkinnedMesh body = fixture::makeSkinnedMesh();
+    int events = 0;
+    const HCallbackId id =
+        HEventMessage::addEventCallback("SkinWeightsChanged", countEvent, &events);
+    ASSERT_NE(id, 0u);
+    ASSERT_TRUE(HGlobal::executeCommand("select -r body.vtx[5]; setAttr skinCluster1.normalizeWeights 2"));
+    EXPECT_EQ(events, 0);
+    ASSERT_TRUE(HGlobal::executeCommand("skinPercent -t bodyJoint1 -tv 1 skinCluster1 body.vtx[5]",
+                                        false, true));
+    EXPECT_EQ(events, 1);
+    ASSERT_TRUE(HGlobal::executeCommand("undo"));
+    ASSERT_TRUE(HGlobal::executeCommand("redo"));
+    EXPECT_EQ(events, 3);
+    ASSERT_TRUE(
+        HFnSkinCluster(body.clusterObject()).setWeights(body.shapePath(), HObject(), 0, 0.5));
+    EXPECT_EQ(events, 4);
+    HMessage::removeCallback(id);
 }
