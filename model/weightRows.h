@@ -6,17 +6,16 @@
 // kMissingInfluence where the row's skin cluster lacks the column's influence, kHeaderCell in
 // every cell of a shape header row. The sentinels are compared exactly.
 //
-// Rows are implicitly shared Qt vectors: copying the whole list (every command keeps one)
-// shares the rows, and an edit detaches only the rows it changes. The helpers here are pure
-// and cannot fail.
+// Rows are implicitly shared Qt vectors, kept in a list of shared blocks (weightRowList.h):
+// copying the whole list shares the rows, and an edit detaches only what it changes. The helpers
+// here are pure and cannot fail.
 #pragma once
+
+#include "weightRowList.h"
 
 #include <QString>
 #include <QVector>
 #include <cmath>
-
-using WeightRow = QVector<double>;
-using WeightRows = QVector<WeightRow>;
 
 namespace weightRows {
 

@@ -63,7 +63,12 @@ HStatus vorelCmd::doIt(const HArgList& args) {
         HGlobal::displayError("The Vorel window is not open. Run vorelCmd without flags first.");
         return HS::kFailure;
     }
-    copyModel();
+    // The edits with a class of their own take what they need from the model's request; the
+    // others work from a copy of the model's table (sharing its rows).
+    const bool cellsOnly = (parser.isFlagSet("setData") || parser.isFlagSet("dragSlider")) &&
+                           parser.numberOfFlagsUsed() == 1;
+    if (!cellsOnly)
+        copyModel();
 
     // The first flag whose edit can be prepared is performed; a flag whose preparation fails
     // (it said why) lets the next one be tried.

@@ -2,15 +2,20 @@
 // 8 weights per vertex. Targets (2 cores):
 // - "Load Component" of the whole mesh: under 1.5 s;
 // - resident size after loading ("rss_loaded_MB"): under 1.2 GB;
-// - one typed cell, from the editor's text to the refreshed table: under 30 ms.
+// - one typed cell, from the editor's text to the refreshed table: under 30 ms; also measured
+//   from the key that opens the editor (which keeps the table's copy for Ctrl+Z) to Return.
 #include "HGlobal.h"
 #include "benchHostMain.h"
 #include "largeSkinnedScene.h"
 #include "largeTable.h"
 
 #include <QAbstractItemModel>
+#include <QApplication>
 #include <QItemSelectionModel>
+#include <QLineEdit>
+#include <QMainWindow>
 #include <QTableView>
+#include <QTest>
 #include <benchmark/benchmark.h>
 
 namespace {
@@ -53,6 +58,32 @@ void typeOneCell(benchmark::State& state) {
     state.counters["rss_after_MB"] = benchscene::residentMegabytes();
 }
 BENCHMARK(typeOneCell)->Unit(benchmark::kMillisecond)->Iterations(20);
+
+void typeOneCellFromTheKeyboard(benchmark::State& state) {
+    if (!large.model) {
+        state.SkipWithError("the plug-in did not load");
+        return;
+    }
+    const QModelIndex cell = large.model->index(500003, 9);
+    large.table->selectionModel()->select(cell, QItemSelectionModel::ClearAndSelect);
+    QApplication::setActiveWindow(large.window);
+    large.table->setFocus();
+    bool high = false;
+    for (auto _ : state) {
+        high = !high;
+        QTest::keyClick(large.table, Qt::Key_5);
+        QLineEdit* editor = qobject_cast<QLineEdit*>(large.table->indexWidget(cell));
+        if (!editor) {
+            state.SkipWithError("the key opened no editor");
+            return;
+        }
+        editor->setText(high ? "0.6" : "0.2");
+        QTest::keyClick(editor, Qt::Key_Return);
+        // The delegate commits the editor's text through a queued call.
+        QCoreApplication::processEvents();
+    }
+}
+BENCHMARK(typeOneCellFromTheKeyboard)->Unit(benchmark::kMillisecond)->Iterations(20);
 
 } // namespace
 

@@ -2,7 +2,9 @@
 // polygons), the referent of component HObjects.
 //
 // Elements keep the order in which they were added; adding one that is there changes nothing
-// and costs constant time (a bit set for indices below 2^26, a hash set above). Negative
+// and costs constant time (a bit set for indices below 2^26, a hash set above, built once the
+// component holds more than a few elements: a one-vertex component of a large mesh must not
+// cost a bit per vertex of the mesh). Negative
 // elements are refused. Components are shared by handle; the selection copies before it
 // changes one, so a component a caller holds is never changed behind its back.
 #pragma once
@@ -35,11 +37,16 @@ public:
 
 private:
     static constexpr int kBitLimit = 1 << 26;
+    // Up to this many elements, lookups walk the list.
+    static constexpr size_t kListLimit = 16;
+
+    void index(int element);
 
     HFn::Type m_kind;
     std::vector<int> m_elements;
     std::vector<std::uint64_t> m_bits;
     std::unordered_set<int> m_large;
+    bool m_indexed = false;
 };
 
 } // namespace runtime
