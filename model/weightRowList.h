@@ -20,37 +20,23 @@ class WeightRows {
     using Block = QVector<WeightRow>;
 
 public:
-    class const_iterator {
+    template <typename List, typename Row> class Iterator {
     public:
-        const_iterator(const WeightRows* list, int position) : list(list), position(position) {}
-        const WeightRow& operator*() const { return list->at(position); }
-        const_iterator& operator++() {
+        Iterator(List* list, int position) : list(list), position(position) {}
+        Row& operator*() const { return (*list)[position]; }
+        Iterator& operator++() {
             ++position;
             return *this;
         }
-        bool operator!=(const const_iterator& other) const { return position != other.position; }
-        bool operator==(const const_iterator& other) const { return position == other.position; }
+        bool operator!=(const Iterator& other) const { return position != other.position; }
+        bool operator==(const Iterator& other) const { return position == other.position; }
 
     private:
-        const WeightRows* list;
+        List* list;
         int position;
     };
-
-    class iterator {
-    public:
-        iterator(WeightRows* list, int position) : list(list), position(position) {}
-        WeightRow& operator*() const { return (*list)[position]; }
-        iterator& operator++() {
-            ++position;
-            return *this;
-        }
-        bool operator!=(const iterator& other) const { return position != other.position; }
-        bool operator==(const iterator& other) const { return position == other.position; }
-
-    private:
-        WeightRows* list;
-        int position;
-    };
+    using const_iterator = Iterator<const WeightRows, const WeightRow>;
+    using iterator = Iterator<WeightRows, WeightRow>;
 
     int size() const { return rowCount; }
     bool isEmpty() const { return rowCount == 0; }
