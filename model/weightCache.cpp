@@ -125,7 +125,6 @@ Correction weightTableModel::fillDisplayRow(WeightRow& row, const ShapeColumns& 
                                             const double* weights, unsigned count,
                                             bool correct) const {
     double* cells = row.data();
-    std::copy(columns.rowTemplate.constBegin(), columns.rowTemplate.constEnd(), cells);
     const unsigned used = std::min<unsigned>(count, columns.elementOf.size());
     const double tolerance = weightRounding::lastWeightTolerance(precision);
     if (columns.ordered)
@@ -144,21 +143,29 @@ void weightTableModel::appendSceneRows(WeightRows& rows, unsigned shape, const H
     appendReusing(rows, WeightRow(static_cast<int>(influencePaths.length()) + 1, kHeaderCell),
                   reuse);
     const ShapeColumns columns = shapeColumns(shape);
-    WeightRow row = columns.rowTemplate;
     bool unnormalised = false;
+    // A row is filled in place and kept only when no equal row of `reuse` can stand for it, so
+    // that reading a table again allocates only the rows that changed.
+    WeightRow row;
     weightWriting::readVertexWeights(
         skinClusters[shape], shapePaths[shape], vertices,
         [&](int, const double* weights, unsigned count) {
+            if (row.isDetached() && row.size() == columns.rowTemplate.size())
+                std::copy(columns.rowTemplate.constBegin(), columns.rowTemplate.constEnd(),
+                          row.data());
+            else
+                row = columns.rowTemplate;
+            if (kind != SceneRows::kRoundedForDisplay) {
+                double sum = 0.0;
+                for (unsigned k = 0; k < count && k < columns.elementOf.size(); ++k)
+                    sum += weights[k];
+                unnormalised = unnormalised || !isNormalised(sum, precision);
+            }
             if (kind == SceneRows::kMarkedFullPrecision) {
                 double* cells = row.data();
-                std::copy(columns.rowTemplate.constBegin(), columns.rowTemplate.constEnd(), cells);
-                double sum = 0.0;
-                for (unsigned k = 0; k < count && k < columns.elementOf.size(); ++k) {
+                for (unsigned k = 0; k < count && k < columns.elementOf.size(); ++k)
                     if (columns.elementOf[k] > 0)
                         cells[columns.elementOf[k]] = weights[k];
-                    sum += weights[k];
-                }
-                unnormalised = unnormalised || !isNormalised(sum, precision);
             } else if (correcting) {
                 // A vertex without weight ends the correction for every later row.
                 correcting = reportCorrection(fillDisplayRow(row, columns, weights, count, true));
@@ -167,7 +174,13 @@ void weightTableModel::appendSceneRows(WeightRows& rows, unsigned shape, const H
             } else {
                 fillDisplayRow(row, columns, weights, count, false);
             }
-            appendReusing(rows, row, reuse);
+            const int position = rows.size();
+            if (position < reuse.size() && reuse.at(position) == row) {
+                rows.append(reuse.at(position));
+            } else {
+                rows.append(row);
+                row = WeightRow();
+            }
         });
     if (unnormalised)
         rows[headerRow][0] = kUnnormalisedShapeRow;

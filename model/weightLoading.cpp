@@ -73,16 +73,20 @@ void weightTableModel::refreshSkinClusterData() {
         influenceColumns.clear();
         weightRows.clear();
         collectSelectedShapes(selection);
+        // Rows are rounded as they are read: the last positive weight of each takes the
+        // remainder, until a vertex without weight ends that for every later row.
+        uncorrectedFrom = kCorrectedThroughout;
+        bool correcting = true;
         if (skinClusters.length() != 0 && shapePaths.length() != 0)
             for (unsigned shape = 0; shape < shapePaths.length(); ++shape)
-                appendShapeRows(shape);
+                appendShapeRows(shape, correcting);
         // What was kept of the previous table belongs to it; only the load's own undo copies
         // (the previous table whole) stay.
         updateRowNamesKey();
         forgetTableCopies();
     }
     rebuildColumnLabels();
-    if (!weightRows.isEmpty())
+    if (keepTable && !weightRows.isEmpty())
         roundAllRowsToPrecision();
     if (!keepTable)
         followScene();
@@ -125,7 +129,7 @@ void weightTableModel::collectSelectedShapes(const HSelectionList& selection) {
     }
 }
 
-void weightTableModel::appendShapeRows(unsigned shape) {
+void weightTableModel::appendShapeRows(unsigned shape, bool& correcting) {
     const HDagPath& path = shapePaths[shape];
     rowNames.append(HFnDagNode(path).name());
     const HObject vertices = weightWriting::wholeShapeComponent(path, shapeComponents[shape]);
@@ -133,9 +137,8 @@ void weightTableModel::appendShapeRows(unsigned shape) {
     HFnSingleIndexedComponent(vertices).getElements(indices);
     for (int vertex : indices)
         rowNames.append(vertexRowName(vertex));
-    bool correcting = false;
-    appendSceneRows(weightRows, shape, vertices, WeightRows(), SceneRows::kMarkedFullPrecision,
-                    correcting);
+    // Rows equal to those of the table before (kept for the table's undo) are shared with it.
+    appendSceneRows(weightRows, shape, vertices, undoWeightRows, SceneRows::kLoaded, correcting);
     // A failed read leaves fewer rows than names; the names follow the rows.
     rowNames.setLength(static_cast<unsigned>(weightRows.size()));
 }

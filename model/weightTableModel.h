@@ -239,13 +239,14 @@ private:
     // Loading.
     void takeLoadUndoCopies();
     void collectSelectedShapes(const HSelectionList& selection);
-    void appendShapeRows(unsigned shape);
+    void appendShapeRows(unsigned shape, bool& correcting);
     void rebuildColumnLabels();
 
     // Reading rows from the scene (weight cache): rounded and corrected for display, or
     // unrounded with the shape rows marked. Rows equal to those of `reuse` at the same
     // position are taken from it.
-    enum class SceneRows { kRoundedForDisplay, kMarkedFullPrecision };
+    // kLoaded: rounded for display, the shape rows marked from the unrounded sums (a load).
+    enum class SceneRows { kRoundedForDisplay, kMarkedFullPrecision, kLoaded };
     WeightRows readSceneRows(const WeightRows& reuse, SceneRows kind);
     // The shape of a vertex row, when its marker names a loaded shape; -1 otherwise.
     int loadedShapeOfRow(int row) const;
@@ -267,8 +268,9 @@ private:
         WeightRow rowTemplate;
     };
     ShapeColumns shapeColumns(unsigned shape) const;
-    // Fills a vertex row from one vertex's weights as a load or rebuild shows it: rounded, and,
-    // when `correct`, the last positive weight taking the remainder. What the correction found.
+    // Fills a vertex row (holding the shape's row template) from one vertex's weights as a load
+    // or rebuild shows it: rounded, and, when `correct`, the last positive weight taking the
+    // remainder. What the correction found.
     weightRounding::Correction fillDisplayRow(WeightRow& row, const ShapeColumns& columns,
                                               const double* weights, unsigned count,
                                               bool correct) const;
