@@ -47,6 +47,7 @@
 #include <QPair>
 #include <QSet>
 #include <climits>
+#include <functional>
 #include <vector>
 
 class weightTableView;
@@ -281,6 +282,12 @@ private:
     void followScene();
     void markForReread(int row);
     bool writtenRowHolds(const WrittenRow& written) const;
+    // Reads the vertices of `rows` from their skin clusters, a slice of vertices at a time per
+    // shape (a vertex listed twice is read once); `visit` gets each position in `rows` with the
+    // vertex's weights in influence order. False when a row is no vertex row of a loaded shape
+    // or a read failed; rows may then have been visited.
+    using RowWeightVisitor = std::function<void(int position, const double* weights, unsigned count)>;
+    bool readRowWeights(const QVector<int>& rows, const RowWeightVisitor& visit) const;
     // Header rows: all of them in table order, the n-th loaded shape's, the one above a row.
     const QVector<int>& listHeaderRows() const;
     int rowOfShapeIndex(int shape) const;

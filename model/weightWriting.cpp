@@ -95,6 +95,11 @@ bool readVertexWeights(const HObject& skinCluster, const HDagPath& shape, const 
     } else {
         HFnSingleIndexedComponent(vertices).getElements(indices);
     }
+    return readVertexWeights(skinCluster, shape, indices, visit);
+}
+
+bool readVertexWeights(const HObject& skinCluster, const HDagPath& shape, const HIntArray& indices,
+                       const VertexWeightVisitor& visit) {
     HFnSkinCluster cluster(skinCluster);
     HDoubleArray weights;
     const unsigned total = indices.length();

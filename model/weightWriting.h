@@ -8,6 +8,7 @@
 #pragma once
 
 #include "HDagPath.h"
+#include "HIntArray.h"
 #include "HObject.h"
 #include "HString.h"
 
@@ -63,6 +64,9 @@ bool influenceLockedInHost(const HDagPath& influence);
 using VertexWeightVisitor =
     std::function<void(int position, const double* weights, unsigned count)>;
 bool readVertexWeights(const HObject& skinCluster, const HDagPath& shape, const HObject& vertices,
+                       const VertexWeightVisitor& visit);
+// The same for the listed vertices, which must be distinct; `position` is in the list.
+bool readVertexWeights(const HObject& skinCluster, const HDagPath& shape, const HIntArray& vertices,
                        const VertexWeightVisitor& visit);
 
 } // namespace weightWriting

@@ -7,11 +7,9 @@
 // Where the rows cannot be trusted to match a rebuild (the table was restored from a copy, the
 // precision changed, a written row no longer holds its vertex, or a row gains or loses every
 // weight and so moves where the rebuild stops correcting), the whole table is rebuilt instead.
-#include "HFnSkinCluster.h"
 #include "HGlobal.h"
 #include "HQtUtil.h"
 #include "weightTableModel.h"
-#include "weightWriting.h"
 
 #include <algorithm>
 #include <vector>
@@ -73,44 +71,36 @@ void weightTableModel::refreshWrittenRows(const QVector<WrittenRow>& written) {
     rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
 
     // Read every row first: the table changes only when none of them asks for a rebuild.
+    const QVector<int> rowList(rows.begin(), rows.end());
     std::vector<ShapeColumns> columnsOfShape(shapePaths.length());
-    std::vector<bool> columnsRead(shapePaths.length(), false);
-    std::vector<WeightRow> readRows;
-    readRows.reserve(rows.size());
-    for (int row : rows) {
-        const int shape = loadedShapeOfRow(row);
-        int vertex = 0;
-        if (shape < 0 || !vertexIndexOfRowName(
-                             HQtUtil::toQString(rowNames[static_cast<unsigned>(row)]), vertex)) {
-            rebuildWeightRows();
-            return;
-        }
-        const unsigned s = static_cast<unsigned>(shape);
-        if (!columnsRead[s]) {
-            columnsOfShape[s] = shapeColumns(s);
-            columnsRead[s] = true;
-        }
-        HDoubleArray weights;
-        unsigned count = 0;
-        HFnSkinCluster(skinClusters[s])
-            .getWeights(shapePaths[s], weightWriting::singleVertexComponent(vertex), weights,
-                        count);
-        WeightRow fresh = columnsOfShape[s].rowTemplate;
-        const bool correct = row < uncorrectedFrom;
-        const Correction result = fillDisplayRow(fresh, columnsOfShape[s], &weights[0],
-                                                 qMin(count, weights.length()), correct);
+    std::vector<WeightRow> readRows(rows.size());
+    std::vector<Correction> results(rows.size(), Correction::kDone);
+    const bool complete =
+        readRowWeights(rowList, [&](int position, const double* weights, unsigned count) {
+            const int row = rowList[position];
+            const unsigned shape = static_cast<unsigned>(loadedShapeOfRow(row));
+            ShapeColumns& columns = columnsOfShape[shape];
+            if (columns.rowTemplate.isEmpty())
+                columns = shapeColumns(shape);
+            WeightRow fresh = columns.rowTemplate;
+            results[position] = fillDisplayRow(fresh, columns, weights, count,
+                                               row < uncorrectedFrom);
+            readRows[position] = fresh;
+        });
+    if (!complete) {
+        rebuildWeightRows();
+        return;
+    }
+    for (size_t i = 0; i < rows.size(); ++i) {
+        const int row = rows[i];
         // Where the rebuild stops correcting depends on which rows have no weight.
-        const bool stopsHere = result == Correction::kNoPositiveWeight ||
-                               (row == uncorrectedFrom && !hasPositiveWeight(fresh));
-        if (stopsHere != (row == uncorrectedFrom)) {
+        const bool stopsHere = results[i] == Correction::kNoPositiveWeight ||
+                               (row == uncorrectedFrom && !hasPositiveWeight(readRows[i]));
+        if (stopsHere != (row == uncorrectedFrom) || results[i] == Correction::kTooShort ||
+            results[i] == Correction::kNotFound) {
             rebuildWeightRows();
             return;
         }
-        if (result == Correction::kTooShort || result == Correction::kNotFound) {
-            rebuildWeightRows();
-            return;
-        }
-        readRows.push_back(fresh);
     }
     // What the rebuild says of the rows it stops correcting at, it says on every rebuild.
     if (uncorrectedFrom != kCorrectedThroughout)
