@@ -10,6 +10,8 @@
 // wrote.
 #pragma once
 
+#include "weightRowList.h"
+
 #include <QList>
 #include <QModelIndexList>
 #include <QVector>
@@ -28,6 +30,20 @@ struct CellValuesRequest {
     QList<double> pendingValues;
     // Parallel to pendingCells.
     QVector<CellIdentity> identities;
+};
+
+// The rows "vorelCmd -numMax" limits to `maxInfluences` weights above zero: per row of
+// `pendingRows` inside the table, its shape, its vertex and the values the table shows.
+struct LimitedRow {
+    int row = -1;
+    int shape = -1;
+    int vertex = -1;
+    WeightRow values;
+};
+struct LimitRequest {
+    QList<int> pendingRows;
+    int maxInfluences = 0;
+    QVector<LimitedRow> rows;
 };
 
 // A vertex row an edit wrote: its table row as the edit found it, and the vertex it held. The

@@ -151,6 +151,21 @@ void weightTableModel::limitRows(QList<int>& rows) {
             rows.removeAt(k);
         }
     }
+    pendingLimit = LimitRequest();
+    pendingLimit.pendingRows = rows;
+    pendingLimit.maxInfluences = maxInfluences;
+    for (int row : rows) {
+        // Rows outside the table are no rows to limit.
+        if (row < 0 || row >= weightRows.size())
+            continue;
+        LimitedRow limited;
+        limited.row = row;
+        limited.shape = loadedShapeOfRow(row);
+        if (!vertexIndexOfRowName(headerData(row, Qt::Vertical).toString(), limited.vertex))
+            limited.vertex = -1;
+        limited.values = weightRows.at(row);
+        pendingLimit.rows.append(limited);
+    }
     HGlobal::executeCommand("vorelCmd -numMax", true, true);
 
     if (rows.isEmpty())

@@ -30,8 +30,7 @@ void weightTableModel::refreshVertexCells(const QModelIndexList& cells) {
         int vertex = 0;
         if (!cell.isValid() || loadedShapeOfRow(row) < 0 ||
             static_cast<unsigned>(row) >= rowNames.length() ||
-            !vertexIndexOfRowName(HQtUtil::toQString(rowNames[static_cast<unsigned>(row)]),
-                                  vertex))
+            !vertexOfRow(row, vertex))
             continue;
         shapeRowOfCell[i] = headerRowAbove(row);
         if (shapeRowOfCell[i] == -1)
@@ -100,8 +99,7 @@ bool weightTableModel::readRowWeights(const QVector<int>& rows,
         const int shape = loadedShapeOfRow(row);
         int vertex = 0;
         if (shape < 0 || static_cast<unsigned>(row) >= rowNames.length() ||
-            !vertexIndexOfRowName(HQtUtil::toQString(rowNames[static_cast<unsigned>(row)]),
-                                  vertex))
+            !vertexOfRow(row, vertex))
             return false;
         ShapeRead& read = reads[static_cast<size_t>(shape)];
         auto slot = read.slotOfVertex.constFind(vertex);

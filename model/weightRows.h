@@ -98,4 +98,22 @@ inline bool vertexIndexOfRowName(const QString& name, int& vertex) {
     return ok;
 }
 
+// The same for a name in 8-bit text; "vtx[" followed by up to nine digits and "]" is read
+// without the general number conversion, which costs more than the rest of a row's refresh.
+inline bool vertexIndexOfRowName(const char* text, int length, int& vertex) {
+    if (length >= 6 && length <= 14 && text[length - 1] == ']') {
+        int value = 0;
+        bool digits = true;
+        for (int i = 4; i < length - 1 && digits; ++i) {
+            digits = text[i] >= '0' && text[i] <= '9';
+            value = value * 10 + (text[i] - '0');
+        }
+        if (digits) {
+            vertex = value;
+            return true;
+        }
+    }
+    return vertexIndexOfRowName(QString::fromUtf8(text, length), vertex);
+}
+
 } // namespace weightRows

@@ -53,6 +53,14 @@ int weightTableModel::rowOfShape(const HDagPath& shape) const {
     return rowOfShapeIndex(loaded);
 }
 
+bool weightTableModel::vertexOfRow(int row, int& vertex) const {
+    if (row < 0 || static_cast<unsigned>(row) >= rowNames.length())
+        return false;
+    const HString& name = rowNames[static_cast<unsigned>(row)];
+    return weightRows::vertexIndexOfRowName(name.asChar(), static_cast<int>(name.length()),
+                                            vertex);
+}
+
 int weightTableModel::loadedShapeOfRow(int row) const {
     if (row < 0 || row >= weightRows.size())
         return -1;

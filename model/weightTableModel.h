@@ -177,6 +177,8 @@ public:
     // The request of values for cells, each cell named by identity (cellEntry.cpp).
     CellValuesRequest cellValuesRequest(const QModelIndexList& cells,
                                         const QList<double>& values) const;
+    // The rows the next "vorelCmd -numMax" limits.
+    const LimitRequest& getPendingLimit() const { return pendingLimit; }
     // The typed values or cell drag the next "vorelCmd -setData" or "-dragSlider" performs.
     const CellValuesRequest& getPendingCellValues() const { return pendingCellValues; }
     QModelIndexList getPendingCells() const { return pendingCells; }
@@ -249,6 +251,8 @@ private:
     // kLoaded: rounded for display, the shape rows marked from the unrounded sums (a load).
     enum class SceneRows { kRoundedForDisplay, kMarkedFullPrecision, kLoaded };
     WeightRows readSceneRows(const WeightRows& reuse, SceneRows kind);
+    // The vertex number in the row's name; false when the name holds none.
+    bool vertexOfRow(int row, int& vertex) const;
     // The shape of a vertex row, when its marker names a loaded shape; -1 otherwise.
     int loadedShapeOfRow(int row) const;
     // The row names as one number, kept with every list taken from the table so that a list is
@@ -443,6 +447,7 @@ private:
     QList<int> pendingLockColumns;
     WeightRows pendingRoundedRows;
     CellValuesRequest pendingCellValues;
+    LimitRequest pendingLimit;
 
     // Whether every vertex row shows what rebuildWeightRows would, but those listed to be read
     // again; the row at which the rebuild's correction stops (a vertex without weight).

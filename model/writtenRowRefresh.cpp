@@ -49,8 +49,7 @@ bool weightTableModel::writtenRowHolds(const WrittenRow& written) const {
         loadedShapeOfRow(written.row) != written.shape)
         return false;
     int vertex = 0;
-    return vertexIndexOfRowName(HQtUtil::toQString(rowNames[static_cast<unsigned>(written.row)]),
-                                vertex) &&
+    return vertexOfRow(written.row, vertex) &&
            vertex == written.vertex;
 }
 

@@ -85,7 +85,7 @@ HStatus cellValuesCmd::writeCells() {
         entry.shape = cell.shape;
         entry.component = cell.component;
         entry.influenceCount = cell.influenceCount;
-        entry.row = cell.row;
+        entry.rows.append(cell.row);
         written.append(std::move(entry));
     }
     return status;

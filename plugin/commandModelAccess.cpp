@@ -1,10 +1,13 @@
 // Reading the model and the skin clusters for the commands; see commandModelAccess.h.
 #include "commandModelAccess.h"
 
+#include "HFnDagNode.h"
 #include "HFnSkinCluster.h"
 #include "HGlobal.h"
 #include "HQtUtil.h"
 #include "weightTableModel.h"
+
+#include <QHash>
 
 namespace commandModelAccess {
 
@@ -35,6 +38,24 @@ QList<HString> influencePathNames(const HDagPathArray& influences, const QList<i
         if (column >= 0 && static_cast<unsigned>(column) < influences.length())
             names.append(influences[static_cast<unsigned>(column)].fullPathName());
     return names;
+}
+
+InfluenceColumns clusterColumns(const weightTableModel& model, const HObject& cluster) {
+    InfluenceColumns lookups;
+    HDagPathArray influences;
+    HFnSkinCluster(cluster).influenceObjects(influences);
+    // A column names its influence by the node's name; the first influence of that name wins.
+    QHash<QString, int> firstOfName;
+    for (unsigned k = 0; k < influences.length(); ++k) {
+        lookups.columnOfInfluence.append(model.columnOfInfluence(influences[k]));
+        const QString name = HQtUtil::toQString(HFnDagNode(influences[k]).name());
+        if (!firstOfName.contains(name))
+            firstOfName.insert(name, static_cast<int>(k));
+    }
+    for (int column = 0; column < model.columnCount(); ++column)
+        lookups.influenceOfColumn.append(
+            firstOfName.value(HQtUtil::toQString(columnName(model, column)), -1));
+    return lookups;
 }
 
 void reportNotSetUp() {

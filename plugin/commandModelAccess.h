@@ -12,6 +12,7 @@
 #include "HString.h"
 
 #include <QList>
+#include <QVector>
 
 class weightTableModel;
 
@@ -27,6 +28,13 @@ HIntArray allInfluences(unsigned count);
 // The full path names of the influences of the given table columns, in that order; columns
 // outside the table are left out.
 QList<HString> influencePathNames(const HDagPathArray& influences, const QList<int>& columns);
+// The table's columns of one skin cluster's influences, and the reverse, as the model has them.
+struct InfluenceColumns {
+    QVector<int> columnOfInfluence; // per influence index, its column (-1: none)
+    QVector<int> influenceOfColumn; // per column, the first influence of its name (-1: none)
+};
+InfluenceColumns clusterColumns(const weightTableModel& model, const HObject& cluster);
+
 // What an edit says when what it was handed does not fit what it must write: the user is asked
 // to load the table again.
 void reportNotSetUp();

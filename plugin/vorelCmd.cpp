@@ -45,7 +45,7 @@ HSyntax createSyntax() {
 }
 
 vorelCmd::vorelCmd()
-    : maxInfluences(0), floodValue(0.0), targetColumn(0), paintSmoothPending(false),
+    : floodValue(0.0), targetColumn(0), paintSmoothPending(false),
       weightSmoothPending(false) {}
 
 vorelCmd::~vorelCmd() = default;
@@ -65,9 +65,10 @@ HStatus vorelCmd::doIt(const HArgList& args) {
     }
     // The edits with a class of their own take what they need from the model's request; the
     // others work from a copy of the model's table (sharing its rows).
-    const bool cellsOnly = (parser.isFlagSet("setData") || parser.isFlagSet("dragSlider")) &&
-                           parser.numberOfFlagsUsed() == 1;
-    if (!cellsOnly)
+    const bool ownClassOnly = parser.numberOfFlagsUsed() == 1 &&
+                              (parser.isFlagSet("setData") || parser.isFlagSet("dragSlider") ||
+                               parser.isFlagSet("numMax"));
+    if (!ownClassOnly)
         copyModel();
 
     // The first flag whose edit can be prepared is performed; a flag whose preparation fails
@@ -106,8 +107,6 @@ HStatus vorelCmd::redoIt() {
     // The writes and lock commands change the scene; the table must not reload meanwhile.
     if (editorModel)
         editorModel->setAutoUpdate(false);
-    if (!overLimitRows.isEmpty())
-        status = writeLimitInfluences();
     if (floodShapes.isEmpty() && !setComponents.isEmpty() && columnInfluences.isEmpty())
         status = writeRound();
     if (!floodShapes.isEmpty())

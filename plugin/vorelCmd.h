@@ -48,13 +48,6 @@ public:
 protected:
     // The window's edit command classes perform single edits with these same steps.
 
-    // The table's columns of one loaded shape's influences, and the reverse, as doIt found
-    // them: what the limit step writes and reads back goes through these.
-    struct InfluenceColumns {
-        QVector<int> columnOfInfluence; // per influence index, its column (-1: none)
-        QVector<int> influenceOfColumn; // per column, the first influence of its name (-1: none)
-    };
-
     // The model's loaded objects, table and lock lists, copied before any preparation.
     void copyModel();
 
@@ -66,15 +59,12 @@ protected:
     // Typed (-setData) or dragged (-dragSlider) cells: the edit object that performs them.
     bool prepareCells(bool typed);
     bool prepareColumnDrag();
-    // The table's columns of the cluster's influences and the reverse, as the model has them.
-    InfluenceColumns clusterColumns(const HObject& cluster) const;
     bool preparePaintSmoothing();
     bool prepareWeightSmoothing();
     // The pasted cells grouped by vertex row (vorelCmdPaste.cpp).
     bool preparePaste();
 
     // Write steps (vorelCmdWrite.cpp, vorelCmdSmoothing.cpp), run by redoIt in a fixed order.
-    HStatus writeLimitInfluences();
     HStatus writeRound();
     HStatus writeFloodReplace();
     HStatus refuseCellsWithoutValues();
@@ -87,9 +77,6 @@ protected:
     HStatus restoreShapeWrites();
     HStatus restoreRound();
     HStatus restoreVertexWrites();
-
-    // Called after each influence the limit step removes, with the row and the column.
-    virtual void influenceRemoved(int row, int column);
 
     // The edit performed, for the kinds that have their own class; redoIt and undoIt forward
     // to it.
@@ -111,15 +98,6 @@ protected:
     QList<HObject> editComponents;
     QList<int> editShapes;
     QList<int> influenceCounts;
-    QList<int> requestedRows;
-    QList<int> overLimitRows;
-    QList<int> nonZeroCounts;
-    // The columns the first run took out of each over-limit row, in order; a redo takes out the
-    // same ones whatever the table shows by then.
-    QList<QList<int>> removedColumns;
-    // Per shape index of an over-limit row.
-    QHash<int, InfluenceColumns> limitColumns;
-    int maxInfluences;
     QList<HDoubleArray> newWeights;
     QList<HObject> setComponents;
     double floodValue;

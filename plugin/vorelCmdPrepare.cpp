@@ -33,62 +33,11 @@ bool rowsFitComponent(const QVector<int>& rows, const HObject& component) {
 } // namespace
 
 bool vorelCmd::prepareLimitInfluences() {
-    editShapes.clear();
-    influenceCounts.clear();
-    editComponents.clear();
-    limitColumns.clear();
-    requestedRows = editorModel->getPendingRows();
-    maxInfluences = editorModel->getMaxInfluences();
-    for (int r : qAsConst(requestedRows)) {
-        if (r < 0 || r >= weightRows.size())
-            continue;
-        const WeightRow& row = weightRows.at(r);
-        const int shape = weightRows::shapeOfRow(row, shapePaths.length());
-        if (shape == -1) {
-            HGlobal::displayError("There is an error accessing shape index.");
-            return false;
-        }
-        // Each cluster's influences are looked up once, not once per row.
-        if (!limitColumns.contains(shape))
-            limitColumns.insert(shape, clusterColumns(skinClusters[static_cast<unsigned>(shape)]));
-        const int count = limitColumns.value(shape).columnOfInfluence.size();
-        int vertex = 0;
-        if (!vertexOfRow(*editorModel, r, vertex)) {
-            HGlobal::displayError("There is some error with parsing the vertex index value.");
-            return false;
-        }
-        const HObject component = singleVertexComponent(vertex);
-        int nonZero = 0;
-        for (int i = 1; i < row.size(); ++i)
-            if (row.at(i) > 0.0)
-                ++nonZero;
-        if (nonZero >= 2 && nonZero > maxInfluences) {
-            overLimitRows.append(r);
-            editShapes.append(shape);
-            influenceCounts.append(count);
-            editComponents.append(component);
-            nonZeroCounts.append(nonZero);
-        }
-    }
+    std::unique_ptr<applyButtonCmd> limit(new applyButtonCmd(editorWindow, editorModel));
+    if (!limit->prepare(editorModel->getPendingLimit(), *editorModel))
+        return false;
+    edit = std::move(limit);
     return true;
-}
-
-vorelCmd::InfluenceColumns vorelCmd::clusterColumns(const HObject& cluster) const {
-    InfluenceColumns lookups;
-    HDagPathArray influences;
-    HFnSkinCluster(cluster).influenceObjects(influences);
-    // A column names its influence by the node's name; the first influence of that name wins.
-    QHash<QString, int> firstOfName;
-    for (unsigned k = 0; k < influences.length(); ++k) {
-        lookups.columnOfInfluence.append(editorModel->columnOfInfluence(influences[k]));
-        const QString name = HQtUtil::toQString(HFnDagNode(influences[k]).name());
-        if (!firstOfName.contains(name))
-            firstOfName.insert(name, static_cast<int>(k));
-    }
-    for (int column = 0; column < editorModel->columnCount(); ++column)
-        lookups.influenceOfColumn.append(
-            firstOfName.value(HQtUtil::toQString(columnName(*editorModel, column)), -1));
-    return lookups;
 }
 
 bool vorelCmd::prepareRound() {
@@ -99,7 +48,7 @@ bool vorelCmd::prepareRound() {
         weightRows::vertexRowsByShape(weightRows, shapePaths.length());
     for (unsigned shape = 0; shape < shapePaths.length(); ++shape) {
         const HObject component = wholeShapeComponent(shapePaths[shape], shapeComponents[shape]);
-        const QVector<int> columns = clusterColumns(skinClusters[shape]).columnOfInfluence;
+        const QVector<int> columns = clusterColumns(*editorModel, skinClusters[shape]).columnOfInfluence;
         const int count = columns.size();
         const QVector<int>& rows = rowsOfShape[static_cast<int>(shape)];
         HDoubleArray values;

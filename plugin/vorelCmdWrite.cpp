@@ -19,74 +19,7 @@ HStatus notSetUp() {
     return HS::kFailure;
 }
 
-// The position of the smallest positive weight of the row (the leftmost of equal ones), or 0
-// when none is positive.
-int smallestPositive(const WeightRow& row) {
-    int found = 0;
-    for (int i = 1; i < row.size(); ++i)
-        if (row.at(i) > 0.0 && (found == 0 || row.at(i) < row.at(found)))
-            found = i;
-    return found;
-}
-
 } // namespace
-
-HStatus vorelCmd::writeLimitInfluences() {
-    oldWeights.clear();
-    if (overLimitRows.isEmpty() || editShapes.isEmpty() || influenceCounts.isEmpty() ||
-        editComponents.isEmpty() || nonZeroCounts.isEmpty())
-        return notSetUp();
-    HStatus status;
-    for (int i = 0; i < overLimitRows.size(); ++i) {
-        const int r = overLimitRows[i];
-        const unsigned shape = static_cast<unsigned>(editShapes[i]);
-        HFnSkinCluster cluster(skinClusters[shape]);
-        const InfluenceColumns lookups = limitColumns.value(editShapes[i]);
-        // The row as doIt found it, then as each removal leaves it.
-        WeightRow working = weightRows.at(r);
-        const int excess = nonZeroCounts[i] - maxInfluences;
-        const bool repeating = i < removedColumns.size();
-        if (!repeating)
-            removedColumns.append(QList<int>());
-        for (int round = 0; round < excess; ++round) {
-            const int column = repeating && round < removedColumns[i].size()
-                                   ? removedColumns[i][round]
-                                   : smallestPositive(working) - 1;
-            if (!repeating)
-                removedColumns[i].append(column);
-            const int influence = column >= 0 && column < lookups.influenceOfColumn.size()
-                                      ? lookups.influenceOfColumn[column]
-                                      : -1;
-            if (influence == -1) {
-                HGlobal::displayInfo("Could not find the influence.");
-                return HS::kFailure;
-            }
-            HDoubleArray old;
-            {
-                NormalisationGuard normalisation(skinClusters[shape]);
-                // Only the first removal's old weights are kept: undo returns the row to where
-                // it was before the command.
-                status = cluster.setWeights(shapePaths[shape], editComponents[i],
-                                            static_cast<unsigned>(influence), 0.0, true,
-                                            round == 0 ? &old : nullptr);
-            }
-            if (round == 0)
-                oldWeights.append(old);
-            HDoubleArray weights;
-            unsigned count = 0;
-            cluster.getWeights(shapePaths[shape], editComponents[i], weights, count);
-            for (unsigned k = 0; k < count && k < weights.length() &&
-                                 k < unsigned(lookups.columnOfInfluence.size());
-                 ++k) {
-                const int c = lookups.columnOfInfluence[int(k)];
-                if (c >= 0 && c + 1 < working.size())
-                    working[c + 1] = weights[k];
-            }
-            influenceRemoved(r, column);
-        }
-    }
-    return status;
-}
 
 HStatus vorelCmd::writeRound() {
     oldWeights.clear();
@@ -151,8 +84,6 @@ HStatus vorelCmd::writeColumnDrag() {
     }
     return status;
 }
-
-void vorelCmd::influenceRemoved(int, int) {}
 
 HStatus vorelCmd::restoreShapeWrites() {
     HStatus status = HS::kFailure;

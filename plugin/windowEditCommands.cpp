@@ -17,11 +17,13 @@ HStatus roundButtonCmd::doIt(const HArgList&) {
 }
 
 HStatus applyButtonCmd::doIt(const HArgList&) {
-    copyModel();
-    return performWhen(prepareLimitInfluences());
+    onItsOwn = true;
+    return performWhen(editModel && prepare(editModel->getPendingLimit(), *editModel));
 }
 
 void applyButtonCmd::influenceRemoved(int row, int column) {
+    if (!onItsOwn)
+        return;
     const QModelIndex changed = editModel->index(row, column);
     if (changed.isValid())
         editModel->updateWeightListAtIndex(changed);

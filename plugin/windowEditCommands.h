@@ -20,6 +20,7 @@
 #include "HArgList.h"
 #include "HStatus.h"
 #include "cellValuesCmd.h"
+#include "limitInfluencesCmd.h"
 #include "vorelCmd.h"
 
 class vorelWindow;
@@ -59,13 +60,17 @@ public:
     HStatus doIt(const HArgList& args) override;
 };
 
-class applyButtonCmd : public windowEditCommand<applyButtonCmd> {
+class applyButtonCmd : public windowEditCommand<applyButtonCmd, limitInfluencesCmd> {
 public:
     using windowEditCommand::windowEditCommand;
     HStatus doIt(const HArgList& args) override;
 
 protected:
+    // On its own, the class reads each changed cell back into the table.
     void influenceRemoved(int row, int column) override;
+
+private:
+    bool onItsOwn = false;
 };
 
 class dragSliderCmd : public windowEditCommand<dragSliderCmd, cellValuesCmd> {

@@ -22,9 +22,7 @@ HStatus writtenWeights::restore() const {
 
 QVector<WrittenRow> writtenWeights::rows() const {
     QVector<WrittenRow> rows;
-    rows.reserve(entries.size());
     for (const Entry& entry : entries)
-        if (entry.row.row >= 0)
-            rows.append(entry.row);
+        rows += entry.rows;
     return rows;
 }

@@ -23,8 +23,8 @@ public:
         unsigned influenceCount = 0;
         HDoubleArray oldWeights;
         bool normalisationGuard = true;
-        // The table row the write was made from (row -1: the rows are the shape's).
-        WrittenRow row;
+        // The table rows the write was made from, one per vertex of the component.
+        QVector<WrittenRow> rows;
     };
 
     void clear() { entries.clear(); }
