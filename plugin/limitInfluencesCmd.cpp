@@ -112,10 +112,10 @@ bool limitInfluencesCmd::removeInPlace(OverLimitRow& row, const ShapeInfluences&
                 }
             }
         }
-        const int influence = column >= 0 && static_cast<size_t>(column) <
-                                                 shape.influenceOfColumn.size()
-                                  ? shape.influenceOfColumn[static_cast<size_t>(column)]
-                                  : -1;
+        const int influence =
+            column >= 0 && static_cast<size_t>(column) < shape.influenceOfColumn.size()
+                ? shape.influenceOfColumn[static_cast<size_t>(column)]
+                : -1;
         if (influence == -1) {
             HGlobal::displayInfo("Could not find the influence.");
             missing = true;
@@ -159,12 +159,11 @@ HStatus limitInfluencesCmd::removeOneByOne(OverLimitRow& row, const ShapeInfluen
     WeightRow working = row.row.values;
     HStatus status;
     for (int round = 0; round < row.excess; ++round) {
-        const int column =
-            repeating ? row.removed.value(round, -1) : smallestPositive(working) - 1;
-        const int influence = column >= 0 && static_cast<size_t>(column) <
-                                                 shape.influenceOfColumn.size()
-                                  ? shape.influenceOfColumn[static_cast<size_t>(column)]
-                                  : -1;
+        const int column = repeating ? row.removed.value(round, -1) : smallestPositive(working) - 1;
+        const int influence =
+            column >= 0 && static_cast<size_t>(column) < shape.influenceOfColumn.size()
+                ? shape.influenceOfColumn[static_cast<size_t>(column)]
+                : -1;
         if (influence == -1) {
             HGlobal::displayInfo("Could not find the influence.");
             missing = true;
@@ -258,12 +257,12 @@ HStatus limitInfluencesCmd::writeRows() {
         }
         const unsigned count = static_cast<unsigned>(shape.columnOfInfluence.size());
         std::vector<double> weights(static_cast<size_t>(slice.size()) * count, 0.0);
-        weightWriting::readVertexWeights(
-            shape.cluster, shape.shape, vertices,
-            [&](int position, const double* read, unsigned readCount) {
-                std::copy(read, read + std::min(readCount, count),
-                          weights.begin() + static_cast<long>(position) * count);
-            });
+        weightWriting::readVertexWeights(shape.cluster, shape.shape, vertices,
+                                         [&](int position, const double* read, unsigned readCount) {
+                                             std::copy(read, read + std::min(readCount, count),
+                                                       weights.begin() +
+                                                           static_cast<long>(position) * count);
+                                         });
 
         QVector<int> inPlace;
         std::vector<double> inPlaceWeights;

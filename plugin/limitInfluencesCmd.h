@@ -41,9 +41,9 @@ private:
     struct ShapeInfluences {
         HObject cluster;
         HDagPath shape;
-        std::vector<int> columnOfInfluence;  // per influence index (-1: no column)
-        std::vector<int> influenceOfColumn;  // per column, the first influence of its name
-        std::vector<char> locked;            // per influence index, its host lock
+        std::vector<int> columnOfInfluence; // per influence index (-1: no column)
+        std::vector<int> influenceOfColumn; // per column, the first influence of its name
+        std::vector<char> locked;           // per influence index, its host lock
     };
     struct OverLimitRow {
         LimitedRow row;

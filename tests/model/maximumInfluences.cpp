@@ -1,5 +1,6 @@
 // Limiting vertices to a maximum number of influences: the smallest weights go first (the
 // leftmost of equal ones), locked rows are refused, and host undo restores every weight.
+#include "HFnSkinCluster.h"
 #include "OutputRecorder.h"
 #include "sceneWeights.h"
 #include "windowControls.h"
@@ -119,4 +120,51 @@ TEST_F(MaximumInfluences, LockedWeightTooSmallToShowStillRefusesItsRow) {
               std::vector<std::string>{"This row is locked or has locked cell, and its number of "
                                        "influence can not be changed."});
     EXPECT_EQ(vorel::weightsOf(body, 0), (std::vector<double>{0.04, 0.16, 0.3, 0.5}));
+}
+
+// A joint locked in the host alone (the table shows no lock) keeps its weight through every
+// removal; where the other unlocked weights then hold nothing, the host's bind-pose rule takes
+// the remainder. Either way the limited weights are, bit for bit, those of the host's own
+// normalised writes made one removal after another on a twin of the mesh.
+TEST_F(MaximumInfluences, GivesTheWeightsOfOneHostWriteAfterAnother) {
+    const std::vector<std::vector<double>> start{
+        {0.1, 0.2, 0.3, 0.4}, {0.15, 0.25, 0.05, 0.55}, {0.4, 0.3, 0.3, 0.0}, {0.6, 0.4, 0.0, 0.0}};
+    vorel::setWeights(body, start);
+    fixture::SkinnedMesh twin = vorel::makeMesh(4, 4, 1, "twin");
+    vorel::setWeights(twin, start);
+    ASSERT_TRUE(vorel::run("setAttr " + body.joints[3]->name() + ".lockInfluenceWeights 1"));
+    ASSERT_TRUE(vorel::run("setAttr " + twin.joints[3]->name() + ".lockInfluenceWeights 1"));
+    ASSERT_TRUE(vorel::run("setAttr " + body.joints[0]->name() + ".lockInfluenceWeights 1;" +
+                           "setAttr " + twin.joints[0]->name() + ".lockInfluenceWeights 1"));
+    selectAndLoad("body");
+
+    // The twin, limited to one weight per vertex by hand: the smallest weight shown goes, then
+    // the smallest the vertex holds, each through the host's normalised write.
+    HFnSkinCluster cluster(twin.clusterObject());
+    for (int vertex = 0; vertex < 4; ++vertex) {
+        std::vector<double> weights = vorel::weightsOf(twin, vertex);
+        int positive = 0;
+        for (double weight : weights)
+            positive += weight > 0.0;
+        for (int round = 0; round < positive - 1; ++round) {
+            size_t smallest = weights.size();
+            for (size_t k = 0; k < weights.size(); ++k)
+                if (weights[k] > 0.0 &&
+                    (smallest == weights.size() || weights[k] < weights[smallest]))
+                    smallest = k;
+            ASSERT_TRUE(cluster.setWeights(twin.shapePath(), fixture::vertexComponent({vertex}),
+                                           static_cast<unsigned>(smallest), 0.0));
+            weights = vorel::weightsOf(twin, vertex);
+        }
+    }
+
+    vorel::enter(controls->maxInfluenceEdit, "1");
+    clickButton("ApplyInfluence");
+    EXPECT_EQ(vorel::everyVertexWeights(body), vorel::everyVertexWeights(twin));
+    // The last vertex's remainder went to a joint the vertex did not hold.
+    const std::vector<double> last = vorel::weightsOf(body, 3);
+    EXPECT_EQ(last[0], 0.6);
+    EXPECT_EQ(last[1], 0.0);
+    EXPECT_NEAR(last[2] + last[3], 0.4, 1e-15);
+    vorel::expectExactUndoRedo(body, vorel::MeshWeights(start.begin(), start.end()));
 }
