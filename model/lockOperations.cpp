@@ -9,7 +9,6 @@
 #include "HQtUtil.h"
 #include "HStringArray.h"
 #include "weightTableModel.h"
-#include "weightTableView.h"
 #include "weightWriting.h"
 
 #include <QItemSelectionModel>
@@ -71,9 +70,9 @@ const char* const kNothingSelectedToLock =
 
 weightTableModel::SelectionSplit weightTableModel::splitSelection() const {
     SelectionSplit split;
-    if (!tableView || !tableView->selectionModel())
+    if (!tableSelection)
         return split;
-    QItemSelectionModel* selection = tableView->selectionModel();
+    QItemSelectionModel* selection = tableSelection;
     for (const QModelIndex& column : selection->selectedColumns())
         split.columns.append(column.column());
     for (const QModelIndex& row : selection->selectedRows())

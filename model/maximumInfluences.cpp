@@ -6,7 +6,6 @@
 #include "HFnSkinCluster.h"
 #include "HGlobal.h"
 #include "weightTableModel.h"
-#include "weightTableView.h"
 #include "weightWriting.h"
 
 #include <QHash>
@@ -97,9 +96,9 @@ private:
 } // namespace
 
 QModelIndexList weightTableModel::selectedRows() const {
-    if (!tableView || !tableView->selectionModel())
+    if (!tableSelection)
         return QModelIndexList();
-    return tableView->selectionModel()->selectedRows(0);
+    return tableSelection->selectedRows(0);
 }
 
 void weightTableModel::setMaxValue(int maxNum) {

@@ -7,7 +7,6 @@
 #include "HIntArray.h"
 #include "HItSelectionList.h"
 #include "weightTableModel.h"
-#include "weightTableView.h"
 
 #include <QHash>
 #include <QItemSelection>
@@ -83,10 +82,10 @@ void weightTableModel::onSelectionChanged() {
 }
 
 void weightTableModel::mirrorSceneSelection() {
-    if (!tableView || !tableView->selectionModel())
+    if (!tableSelection)
         return;
-    QItemSelectionModel* selection = tableView->selectionModel();
-    tableView->clearSelection();
+    QItemSelectionModel* selection = tableSelection;
+    selection->clearSelection();
     HSelectionList scene;
     HGlobal::getActiveSelectionList(scene);
     for (HItSelectionList it(scene); !it.isDone(); it.next()) {

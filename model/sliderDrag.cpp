@@ -3,7 +3,6 @@
 // on the reference cell: the topmost of the kept cells.
 #include "HGlobal.h"
 #include "weightTableModel.h"
-#include "weightTableView.h"
 
 #include <QHash>
 #include <QItemSelectionModel>
@@ -22,9 +21,9 @@ double clampWeight(double value) {
 } // namespace
 
 QModelIndexList weightTableModel::selectedColumns() const {
-    if (!tableView || !tableView->selectionModel())
+    if (!tableSelection)
         return QModelIndexList();
-    return tableView->selectionModel()->selectedColumns(0);
+    return tableSelection->selectedColumns(0);
 }
 
 void weightTableModel::dragCells(double value, bool absolute) {

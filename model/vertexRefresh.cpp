@@ -29,8 +29,7 @@ void weightTableModel::refreshVertexCells(const QModelIndexList& cells) {
         const int row = cell.row();
         int vertex = 0;
         if (!cell.isValid() || loadedShapeOfRow(row) < 0 ||
-            static_cast<unsigned>(row) >= rowNames.length() ||
-            !vertexOfRow(row, vertex))
+            static_cast<unsigned>(row) >= rowNames.length() || !vertexOfRow(row, vertex))
             continue;
         shapeRowOfCell[i] = headerRowAbove(row);
         if (shapeRowOfCell[i] == -1)
@@ -114,12 +113,12 @@ bool weightTableModel::readRowWeights(const QVector<int>& rows,
         const ShapeRead& read = reads[shape];
         if (read.vertices.length() == 0)
             continue;
-        const bool complete = weightWriting::readVertexWeights(
-            skinClusters[shape], shapePaths[shape], read.vertices,
-            [&](int slot, const double* weights, unsigned count) {
-                for (int position : read.positions[slot])
-                    visit(position, weights, count);
-            });
+        const bool complete =
+            weightWriting::readVertexWeights(skinClusters[shape], shapePaths[shape], read.vertices,
+                                             [&](int slot, const double* weights, unsigned count) {
+                                                 for (int position : read.positions[slot])
+                                                     visit(position, weights, count);
+                                             });
         if (!complete)
             return false;
     }

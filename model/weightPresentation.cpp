@@ -8,7 +8,6 @@
 #include "HGlobal.h"
 #include "HQtUtil.h"
 #include "weightTableModel.h"
-#include "weightTableView.h"
 
 #include <QHeaderView>
 #include <QItemSelectionModel>
@@ -164,7 +163,7 @@ void weightTableModel::clearLockedCells() {
 }
 
 void weightTableModel::setUpColumn() {
-    if (weightRows.isEmpty() || !tableView)
+    if (weightRows.isEmpty())
         return;
     const int elements = weightRows[0].size();
     QVector<bool> hasWeight(elements, false);
@@ -187,18 +186,7 @@ void weightTableModel::setUpColumn() {
         if (!hasWeight[i])
             zeroColumns.append(i - 1);
 
-    QHeaderView* header = tableView->horizontalHeader();
-    const int size = header->defaultSectionSize();
-    const int sections = header->count();
-    for (int section = 0; section < sections; ++section) {
-        const bool empty = section + 1 < elements && !hasWeight[section + 1];
-        if (empty && filterOn) {
-            tableView->hideColumn(section);
-        } else {
-            header->resizeSection(section, size);
-            tableView->showColumn(section);
-        }
-    }
+    emit emptyColumnsChanged(zeroColumns, filterOn);
 }
 
 void weightTableModel::toggleFilter(bool checked) {
@@ -218,9 +206,9 @@ void weightTableModel::toggleHilight(bool checked) {
         hiliteSelection(HSelectionList());
         return;
     }
-    if (!tableView)
+    if (!tableSelection)
         return;
-    const QModelIndexList columns = tableView->selectionModel()->selectedColumns();
+    const QModelIndexList columns = tableSelection->selectedColumns();
     if (!columns.isEmpty()) {
         columnHeaderSelected(columns.first().column());
         return;
@@ -246,9 +234,9 @@ HSelectionList weightTableModel::vertexSelection(const QList<int>& rows) const {
 }
 
 QModelIndexList weightTableModel::selectedIndexes() const {
-    if (!tableView || !tableView->selectionModel())
+    if (!tableSelection)
         return QModelIndexList();
-    return tableView->selectionModel()->selectedIndexes();
+    return tableSelection->selectedIndexes();
 }
 
 void weightTableModel::hiliteSelection(const HSelectionList& list) {
@@ -295,9 +283,9 @@ void weightTableModel::cellSelected(const QModelIndex&) {
 }
 
 void weightTableModel::columnHeaderSelected(int) {
-    if (hilightOn && tableView) {
+    if (hilightOn && tableSelection) {
         HGlobal::setHiliteList(HSelectionList());
-        for (const QModelIndex& column : tableView->selectionModel()->selectedColumns()) {
+        for (const QModelIndex& column : tableSelection->selectedColumns()) {
             HSelectionList hilite;
             HGlobal::getHiliteList(hilite);
             hilite.add(influenceNames[static_cast<unsigned>(column.column())]);
@@ -308,10 +296,10 @@ void weightTableModel::columnHeaderSelected(int) {
 }
 
 void weightTableModel::rowHeaderSelected() {
-    if (hilightOn && tableView) {
+    if (hilightOn && tableSelection) {
         HGlobal::setHiliteList(HSelectionList());
         QList<int> rows;
-        for (const QModelIndex& row : tableView->selectionModel()->selectedRows())
+        for (const QModelIndex& row : tableSelection->selectedRows())
             rows.append(row.row());
         setSceneSelection(vertexSelection(rows));
         HGlobal::executeCommand("refresh");

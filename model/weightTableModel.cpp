@@ -17,7 +17,7 @@ weightTableModel::weightTableModel(QObject* parent)
       sliderAbsolute(false), floodValue(0.0), paintSmoothOpacity(0.0), precision(3),
       lastPrecision(3), maxInfluences(4), lastMaxInfluences(4), filterOn(false), hilightOn(false),
       skinPaintSmoothMode(false), smoothSkinWeightsMode(false), topRightValue(0.0),
-      tableView(nullptr), selectionChangedCallbackId(0), sceneOpenedCallbackId(0),
+      tableSelection(nullptr), selectionChangedCallbackId(0), sceneOpenedCallbackId(0),
       undoCallbackId(0), redoCallbackId(0), weightsChangedCallbackId(0), sceneJustOpened(false) {
     selectionChangedCallbackId =
         HEventMessage::addEventCallback("SelectionChanged", selectionChangedCallback, this);
@@ -57,8 +57,7 @@ bool weightTableModel::vertexOfRow(int row, int& vertex) const {
     if (row < 0 || static_cast<unsigned>(row) >= rowNames.length())
         return false;
     const HString& name = rowNames[static_cast<unsigned>(row)];
-    return weightRows::vertexIndexOfRowName(name.asChar(), static_cast<int>(name.length()),
-                                            vertex);
+    return weightRows::vertexIndexOfRowName(name.asChar(), static_cast<int>(name.length()), vertex);
 }
 
 int weightTableModel::loadedShapeOfRow(int row) const {

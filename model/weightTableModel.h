@@ -50,7 +50,7 @@
 #include <functional>
 #include <vector>
 
-class weightTableView;
+class QItemSelectionModel;
 
 class weightTableModel : public QAbstractTableModel {
     Q_OBJECT
@@ -196,12 +196,16 @@ public:
     // selection; relative drags move by the slider's offset from it.
     double getTopRightValue() const { return topRightValue; }
     void setTopRightValue(double value) { topRightValue = value; }
-    weightTableView* getTableView() const { return tableView; }
-    void setTableView(weightTableView* view) { tableView = view; }
+    // The selection of the view that shows this model (not owned): the cells the edits work on.
+    QItemSelectionModel* getTableSelection() const { return tableSelection; }
+    void setTableSelection(QItemSelectionModel* selection) { tableSelection = selection; }
     static bool getAutoUpdate() { return autoUpdate; }
 
 signals:
     void topRightCellDataChanged(double newValue, double lastValue, double origValue);
+    // After setUpColumn: the columns without any weight, and whether the filter hides them
+    // (the others are shown at the default width).
+    void emptyColumnsChanged(const QList<int>& emptyColumns, bool hide);
 
 public slots:
     void refreshSkinClusterData();
@@ -290,7 +294,8 @@ private:
     // shape (a vertex listed twice is read once); `visit` gets each position in `rows` with the
     // vertex's weights in influence order. False when a row is no vertex row of a loaded shape
     // or a read failed; rows may then have been visited.
-    using RowWeightVisitor = std::function<void(int position, const double* weights, unsigned count)>;
+    using RowWeightVisitor =
+        std::function<void(int position, const double* weights, unsigned count)>;
     bool readRowWeights(const QVector<int>& rows, const RowWeightVisitor& visit) const;
     // Header rows: all of them in table order, the n-th loaded shape's, the one above a row.
     const QVector<int>& listHeaderRows() const;
@@ -469,7 +474,7 @@ private:
     bool skinPaintSmoothMode;
     bool smoothSkinWeightsMode;
     double topRightValue;
-    weightTableView* tableView;
+    QItemSelectionModel* tableSelection;
 
     // Lock state.
     QList<int> lockedColumns;

@@ -49,8 +49,7 @@ bool weightTableModel::writtenRowHolds(const WrittenRow& written) const {
         loadedShapeOfRow(written.row) != written.shape)
         return false;
     int vertex = 0;
-    return vertexOfRow(written.row, vertex) &&
-           vertex == written.vertex;
+    return vertexOfRow(written.row, vertex) && vertex == written.vertex;
 }
 
 void weightTableModel::refreshWrittenRows(const QVector<WrittenRow>& written) {
@@ -82,8 +81,8 @@ void weightTableModel::refreshWrittenRows(const QVector<WrittenRow>& written) {
             if (columns.rowTemplate.isEmpty())
                 columns = shapeColumns(shape);
             WeightRow fresh = columns.rowTemplate;
-            results[position] = fillDisplayRow(fresh, columns, weights, count,
-                                               row < uncorrectedFrom);
+            results[position] =
+                fillDisplayRow(fresh, columns, weights, count, row < uncorrectedFrom);
             readRows[position] = fresh;
         });
     if (!complete) {

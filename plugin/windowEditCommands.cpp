@@ -2,7 +2,6 @@
 
 #include "HGlobal.h"
 #include "weightTableModel.h"
-#include "weightTableView.h"
 
 #include <QItemSelectionModel>
 
@@ -45,8 +44,8 @@ HStatus setCellDataCmd::doIt(const HArgList&) {
     if (!editModel)
         return HS::kSuccess;
     QModelIndexList selected;
-    if (weightTableView* view = editModel->getTableView())
-        selected = view->selectionModel()->selectedIndexes();
+    if (QItemSelectionModel* selection = editModel->getTableSelection())
+        selected = selection->selectedIndexes();
     const CellValuesRequest request =
         editModel->cellValuesRequest(selected, editModel->getPendingCellValues().pendingValues);
     return performWhen(prepare(request, *editModel, Rules{true, true}));

@@ -95,6 +95,9 @@ public slots:
     void unlockSelected();
     void unlockAll();
     void tableSelectionChanged(const QItemSelection& selected, const QItemSelection& deselected);
+    // Hides the columns without weight when `hide` is set; shows every other column at the
+    // default width.
+    void showEmptyColumns(const QList<int>& emptyColumns, bool hide);
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;

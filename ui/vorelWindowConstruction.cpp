@@ -97,7 +97,7 @@ void vorelWindow::createTable() {
     tableView->installEventFilter(this);
     tableModel = new weightTableModel(this);
     tableView->setModel(tableModel);
-    tableModel->setTableView(tableView);
+    tableModel->setTableSelection(tableView->selectionModel());
     tableView->verticalHeader()->setDefaultSectionSize(kRowHeight);
 
     columnHeader = new weightColumnHeaderView(Qt::Horizontal);
@@ -119,6 +119,8 @@ void vorelWindow::connectViews() {
     connect(tableView->selectionModel(),
             SIGNAL(selectionChanged(const QItemSelection&, const QItemSelection&)), this,
             SLOT(tableSelectionChanged(const QItemSelection&, const QItemSelection&)));
+    connect(tableModel, SIGNAL(emptyColumnsChanged(const QList<int>&, bool)), this,
+            SLOT(showEmptyColumns(const QList<int>&, bool)));
     connect(tableModel, SIGNAL(modelReset()), tableModel, SLOT(setUpColumn()));
     connect(tableModel, SIGNAL(modelReset()), tableModel, SLOT(checkLockAttr()));
 }

@@ -9,10 +9,12 @@
 #include "weightTableView.h"
 
 #include <QAction>
+#include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMouseEvent>
+#include <QSet>
 #include <QSignalBlocker>
 #include <QSlider>
 #include <cmath>
@@ -131,4 +133,18 @@ void vorelWindow::resetValueControls() {
         return;
     const QString text = tableModel->data(index, Qt::DisplayRole).toString();
     showValue(text.toDouble(), !text.isEmpty());
+}
+
+void vorelWindow::showEmptyColumns(const QList<int>& emptyColumns, bool hide) {
+    const QSet<int> empty(emptyColumns.begin(), emptyColumns.end());
+    QHeaderView* header = tableView->horizontalHeader();
+    const int size = header->defaultSectionSize();
+    for (int section = 0; section < header->count(); ++section) {
+        if (hide && empty.contains(section)) {
+            tableView->hideColumn(section);
+        } else {
+            header->resizeSection(section, size);
+            tableView->showColumn(section);
+        }
+    }
 }
