@@ -21,14 +21,15 @@ HStatus editCommand::writeAndRefresh(weightTableModel* model,
     return status;
 }
 
-HStatus editCommand::restoreAndRefresh(weightTableModel* model) {
+HStatus editCommand::restoreAndRefresh(weightTableModel* model, bool hiddenColumns) {
     if (model)
         model->setWritingScene(true);
     const HStatus status = written.restore();
     if (model) {
         model->setWritingScene(false);
         model->refreshWrittenRows(written.rows());
-        model->setUpColumn();
+        if (hiddenColumns)
+            model->setUpColumn();
     }
     return status;
 }

@@ -23,8 +23,9 @@ protected:
     // Runs `write` with the table's automatic reload off, then refreshes the written rows of
     // `model` and its hidden columns. The status of `write`.
     HStatus writeAndRefresh(weightTableModel* model, const std::function<HStatus()>& write);
-    // Writes back what the last redo replaced, then refreshes `model`'s rows and columns.
-    HStatus restoreAndRefresh(weightTableModel* model);
+    // Writes back what the last redo replaced, then refreshes `model`'s rows and, when asked,
+    // its hidden columns.
+    HStatus restoreAndRefresh(weightTableModel* model, bool hiddenColumns = true);
 
     writtenWeights written;
 };

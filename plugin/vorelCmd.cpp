@@ -44,9 +44,7 @@ HSyntax createSyntax() {
     return syntax;
 }
 
-vorelCmd::vorelCmd()
-    : floodValue(0.0), targetColumn(0), paintSmoothPending(false),
-      weightSmoothPending(false) {}
+vorelCmd::vorelCmd() : paintSmoothPending(false), weightSmoothPending(false) {}
 
 vorelCmd::~vorelCmd() = default;
 
@@ -67,7 +65,8 @@ HStatus vorelCmd::doIt(const HArgList& args) {
     // others work from a copy of the model's table (sharing its rows).
     const bool ownClassOnly = parser.numberOfFlagsUsed() == 1 &&
                               (parser.isFlagSet("setData") || parser.isFlagSet("dragSlider") ||
-                               parser.isFlagSet("numMax"));
+                               parser.isFlagSet("numMax") || parser.isFlagSet("round") ||
+                               parser.isFlagSet("replace") || parser.isFlagSet("dragSliderColumn"));
     if (!ownClassOnly)
         copyModel();
 
@@ -107,14 +106,8 @@ HStatus vorelCmd::redoIt() {
     // The writes and lock commands change the scene; the table must not reload meanwhile.
     if (editorModel)
         editorModel->setAutoUpdate(false);
-    if (floodShapes.isEmpty() && !setComponents.isEmpty() && columnInfluences.isEmpty())
-        status = writeRound();
-    if (!floodShapes.isEmpty())
-        status = writeFloodReplace();
     if (!cells.isEmpty() && !paintSmoothPending)
         status = refuseCellsWithoutValues();
-    if (!columnInfluences.isEmpty())
-        status = writeColumnDrag();
     if (paintSmoothPending)
         status = writePaintSmoothing();
     if (weightSmoothPending)
@@ -132,24 +125,13 @@ HStatus vorelCmd::redoIt() {
 HStatus vorelCmd::undoIt() {
     if (edit)
         return edit->undoIt();
-    // Exactly one branch writes the kept weights back; only the vertex branch also re-evaluates
-    // the hidden columns.
-    HStatus status;
-    bool vertexBranch = false;
-    if (!targetPaths.isEmpty() && !setComponents.isEmpty()) {
-        status = restoreShapeWrites();
-    } else if (!setComponents.isEmpty() && floodShapes.isEmpty()) {
-        status = restoreRound();
-    } else {
-        status = restoreVertexWrites();
-        vertexBranch = true;
-    }
+    // The edits without a class of their own wrote vertex by vertex.
+    const HStatus status = restoreVertexWrites();
     // The table follows the scene; the command keeps the rows it worked from, so that a redo
     // writes the same edit whatever the table shows by then.
     if (editorModel) {
         editorModel->rebuildWeightRows();
-        if (vertexBranch)
-            editorModel->setUpColumn();
+        editorModel->setUpColumn();
     }
     return status;
 }

@@ -28,6 +28,7 @@
 #include "HSyntax.h"
 #include "editCommand.h"
 #include "paintSmoothSequence.h"
+#include "shapeWritesCmd.h"
 #include "weightRows.h"
 
 #include <QHash>
@@ -59,23 +60,21 @@ protected:
     // Typed (-setData) or dragged (-dragSlider) cells: the edit object that performs them.
     bool prepareCells(bool typed);
     bool prepareColumnDrag();
+    // Makes the edit class `Command` (one of the whole-shape writes) and prepares it.
+    template <typename Command>
+    bool holdShapeWrites(bool (shapeWritesCmd::*prepare)(weightTableModel&));
     bool preparePaintSmoothing();
     bool prepareWeightSmoothing();
     // The pasted cells grouped by vertex row (vorelCmdPaste.cpp).
     bool preparePaste();
 
     // Write steps (vorelCmdWrite.cpp, vorelCmdSmoothing.cpp), run by redoIt in a fixed order.
-    HStatus writeRound();
-    HStatus writeFloodReplace();
     HStatus refuseCellsWithoutValues();
-    HStatus writeColumnDrag();
     HStatus writePaintSmoothing();
     HStatus writeWeightSmoothing();
     HStatus writePaste();
 
-    // The three ways undoIt writes the kept weights back.
-    HStatus restoreShapeWrites();
-    HStatus restoreRound();
+    // Writes the kept weights back, vertex by vertex.
     HStatus restoreVertexWrites();
 
     // The edit performed, for the kinds that have their own class; redoIt and undoIt forward
@@ -98,17 +97,8 @@ protected:
     QList<HObject> editComponents;
     QList<int> editShapes;
     QList<int> influenceCounts;
-    QList<HDoubleArray> newWeights;
-    QList<HObject> setComponents;
-    double floodValue;
-    QList<HObject> clusterNodes;
-    QList<HDagPath> targetPaths;
-    QList<int> floodShapes;
-    int targetColumn;
-    QList<int> influenceIndices;
     // The cells a smoothing recorded.
     QModelIndexList cells;
-    QList<HIntArray> columnInfluences;
 
     // Paste: per written vertex (in editShapes and editComponents), the influences and values
     // pasted, and the columns of the row's locked cells, which keep their weights.

@@ -21,95 +21,11 @@ HStatus notSetUp() {
 
 } // namespace
 
-HStatus vorelCmd::writeRound() {
-    oldWeights.clear();
-    if (newWeights.isEmpty() || setComponents.isEmpty() || influenceCounts.isEmpty())
-        return notSetUp();
-    HStatus status;
-    for (int i = 0; i < setComponents.size() && static_cast<unsigned>(i) < shapePaths.length();
-         ++i) {
-        const unsigned shape = static_cast<unsigned>(i);
-        HDoubleArray old;
-        status = HFnSkinCluster(skinClusters[shape])
-                     .setWeights(shapePaths[shape], setComponents[i],
-                                 allInfluences(static_cast<unsigned>(influenceCounts[i])),
-                                 newWeights[i], true, &old);
-        oldWeights.append(old);
-    }
-    return status;
-}
-
-HStatus vorelCmd::writeFloodReplace() {
-    oldWeights.clear();
-    if (clusterNodes.isEmpty() || targetPaths.isEmpty() || influenceIndices.isEmpty() ||
-        influenceCounts.isEmpty() || setComponents.isEmpty())
-        return notSetUp();
-    HStatus status;
-    for (int i = 0; i < targetPaths.size(); ++i) {
-        HDoubleArray old;
-        NormalisationGuard normalisation(clusterNodes[i]);
-        status =
-            HFnSkinCluster(clusterNodes[i])
-                .setWeights(targetPaths[i], setComponents[i],
-                            static_cast<unsigned>(influenceIndices[i]), floodValue, true, &old);
-        oldWeights.append(old);
-    }
-    return status;
-}
-
 HStatus vorelCmd::refuseCellsWithoutValues() {
     // Only a weight smoothing records cells here (typed and dragged cells are the held edit's);
     // the cell step that its cells let run finds nothing to write and says so.
     oldWeights.clear();
     return notSetUp();
-}
-
-HStatus vorelCmd::writeColumnDrag() {
-    oldWeights.clear();
-    if (targetPaths.isEmpty() || clusterNodes.isEmpty() || columnInfluences.isEmpty() ||
-        influenceCounts.isEmpty() || newWeights.isEmpty() || setComponents.isEmpty())
-        return notSetUp();
-    HStatus status;
-    for (int i = 0; i < targetPaths.size(); ++i) {
-        HDoubleArray old;
-        {
-            // Locked influences keep their weights; these locks stay out of the undo queue.
-            InfluenceLockGuard locks(influencePathNames(influencePaths, lockedColumns), false);
-            NormalisationGuard normalisation(clusterNodes[i]);
-            status = HFnSkinCluster(clusterNodes[i])
-                         .setWeights(targetPaths[i], setComponents[i], columnInfluences[i],
-                                     newWeights[i], true, &old);
-        }
-        oldWeights.append(old);
-    }
-    return status;
-}
-
-HStatus vorelCmd::restoreShapeWrites() {
-    HStatus status = HS::kFailure;
-    for (int i = 0; i < oldWeights.size() && i < targetPaths.size() && i < influenceCounts.size();
-         ++i) {
-        NormalisationGuard normalisation(clusterNodes[i]);
-        status = HFnSkinCluster(clusterNodes[i])
-                     .setWeights(targetPaths[i], setComponents[i],
-                                 allInfluences(static_cast<unsigned>(influenceCounts[i])),
-                                 oldWeights[i], true);
-    }
-    return status;
-}
-
-HStatus vorelCmd::restoreRound() {
-    HStatus status = HS::kFailure;
-    for (int i = 0; i < oldWeights.size() && i < setComponents.size() &&
-                    i < influenceCounts.size() && static_cast<unsigned>(i) < shapePaths.length();
-         ++i) {
-        const unsigned shape = static_cast<unsigned>(i);
-        status = HFnSkinCluster(skinClusters[shape])
-                     .setWeights(shapePaths[shape], setComponents[i],
-                                 allInfluences(static_cast<unsigned>(influenceCounts[i])),
-                                 oldWeights[i], true);
-    }
-    return status;
 }
 
 HStatus vorelCmd::restoreVertexWrites() {

@@ -6,13 +6,11 @@
 #include <QItemSelectionModel>
 
 HStatus replaceButtonCmd::doIt(const HArgList&) {
-    copyModel();
-    return performWhen(prepareReplace());
+    return performWhen(editModel && prepareFlood(*editModel));
 }
 
 HStatus roundButtonCmd::doIt(const HArgList&) {
-    copyModel();
-    return performWhen(prepareRound());
+    return performWhen(editModel && prepareRound(*editModel));
 }
 
 HStatus applyButtonCmd::doIt(const HArgList&) {
@@ -36,8 +34,7 @@ HStatus dragSliderCmd::doIt(const HArgList&) {
 }
 
 HStatus dragSliderColCmd::doIt(const HArgList&) {
-    copyModel();
-    return performWhen(prepareColumnDrag());
+    return performWhen(editModel && prepareColumnDrag(*editModel));
 }
 
 HStatus setCellDataCmd::doIt(const HArgList&) {

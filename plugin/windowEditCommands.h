@@ -21,6 +21,7 @@
 #include "HStatus.h"
 #include "cellValuesCmd.h"
 #include "limitInfluencesCmd.h"
+#include "shapeWritesCmd.h"
 #include "vorelCmd.h"
 
 class vorelWindow;
@@ -48,13 +49,13 @@ vorelWindow* windowEditCommand<Command, Base>::editWindow = nullptr;
 template <typename Command, typename Base>
 weightTableModel* windowEditCommand<Command, Base>::editModel = nullptr;
 
-class replaceButtonCmd : public windowEditCommand<replaceButtonCmd> {
+class replaceButtonCmd : public windowEditCommand<replaceButtonCmd, shapeWritesCmd> {
 public:
     using windowEditCommand::windowEditCommand;
     HStatus doIt(const HArgList& args) override;
 };
 
-class roundButtonCmd : public windowEditCommand<roundButtonCmd> {
+class roundButtonCmd : public windowEditCommand<roundButtonCmd, shapeWritesCmd> {
 public:
     using windowEditCommand::windowEditCommand;
     HStatus doIt(const HArgList& args) override;
@@ -79,7 +80,7 @@ public:
     HStatus doIt(const HArgList& args) override;
 };
 
-class dragSliderColCmd : public windowEditCommand<dragSliderColCmd> {
+class dragSliderColCmd : public windowEditCommand<dragSliderColCmd, shapeWritesCmd> {
 public:
     using windowEditCommand::windowEditCommand;
     HStatus doIt(const HArgList& args) override;

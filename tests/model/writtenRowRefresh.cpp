@@ -1,19 +1,24 @@
 // After an edit, its undo and its redo, the table reads back only the rows written (and those an
 // edit's own read-back rounded differently); it must then show exactly what reading the whole
-// table from the scene shows. Seeded random edits over two meshes (one bound to some of the
-// other's joints, vertices not normalised, the first of each without any weight), with random cell
-// locks and precisions, compare the table after each host undo and redo with the same table loaded
-// anew.
+// table from the scene shows. Over two meshes (one bound to some of the other's joints, vertices
+// not normalised, the first of each without any weight), seeded random typed values, cell and
+// column drags, floods, rounding and maximum influences, between random cell locks, precisions
+// and weights changed by a command meanwhile, compare the table after each host undo and redo
+// with the same table loaded anew.
 #include "HGlobal.h"
 #include "OutputRecorder.h"
 #include "windowControls.h"
 
 #include <QAbstractItemModel>
 #include <QColor>
+#include <QComboBox>
 #include <QItemSelectionModel>
+#include <QLineEdit>
 #include <QMetaObject>
+#include <QPushButton>
 #include <QSlider>
 #include <QTableView>
+#include <QTest>
 #include <gtest/gtest.h>
 #include <random>
 
@@ -157,7 +162,7 @@ TEST_F(RowRefresh, TheTableAfterUndoAndRedoIsTheTableLoadedAnew) {
     };
     int compared = 0;
     for (int step = 0; step < 80; ++step) {
-        const unsigned kind = random() % 7;
+        const unsigned kind = random() % 11;
         const std::string when = "step " + std::to_string(step) + " (" + std::to_string(kind) + ")";
         const size_t editsBefore = editsRun();
         switch (kind) {
@@ -178,6 +183,26 @@ TEST_F(RowRefresh, TheTableAfterUndoAndRedoIsTheTableLoadedAnew) {
                                    " -tv 0.5 " + body.cluster->name() + " body.vtx[" +
                                    std::to_string(random() % kBodyVertices) + "]"));
             typeRandomValue();
+            break;
+        case 4:
+            vorel::enter(controls->maxInfluenceEdit, QString::number(1 + random() % 3));
+            clickButton("ApplyInfluence");
+            break;
+        case 5:
+            clickButton("RoundPrecision");
+            break;
+        case 6:
+            // A whole column dragged, or flooded with the flood box's value.
+            clickColumnHeader(static_cast<int>(random() % model->columnCount()));
+            if (random() % 2) {
+                vorel::release(controls->valueSlider,
+                               static_cast<int>(random() % (controls->valueSlider->maximum() + 1)));
+            } else {
+                controls->floodOperation->setCurrentIndex(2);
+                vorel::enter(controls->floodValueEdit, "0.35");
+                vorel::enter(controls->opacityEdit, "1");
+                QTest::mouseClick(controls->floodApply, Qt::LeftButton);
+            }
             break;
         default:
             typeRandomValue();
