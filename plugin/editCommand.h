@@ -7,6 +7,7 @@
 // window owns both, and the host drops the command before the window goes).
 #pragma once
 
+#include "HArgList.h"
 #include "HPxCommand.h"
 #include "HStatus.h"
 #include "writtenWeights.h"
@@ -17,6 +18,8 @@ class weightTableModel;
 
 class editCommand : public HPxCommand {
 public:
+    // Performs the prepared edit (the window's classes prepare in a doIt of their own).
+    HStatus doIt(const HArgList&) override { return redoIt(); }
     bool isUndoable() const override { return true; }
 
 protected:

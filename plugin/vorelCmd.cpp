@@ -5,8 +5,11 @@
 #include "HGlobal.h"
 #include "HQtUtil.h"
 #include "editorPointers.h"
+#include "pastedValuesCmd.h"
+#include "smoothingCmd.h"
 #include "vorelWindow.h"
 #include "weightTableModel.h"
+#include "windowEditCommands.h"
 
 #include <QMainWindow>
 
@@ -44,7 +47,7 @@ HSyntax createSyntax() {
     return syntax;
 }
 
-vorelCmd::vorelCmd() : paintSmoothPending(false), weightSmoothPending(false) {}
+vorelCmd::vorelCmd() = default;
 
 vorelCmd::~vorelCmd() = default;
 
@@ -61,79 +64,94 @@ HStatus vorelCmd::doIt(const HArgList& args) {
         HGlobal::displayError("The Vorel window is not open. Run vorelCmd without flags first.");
         return HS::kFailure;
     }
-    // The edits with a class of their own take what they need from the model's request; the
-    // others work from a copy of the model's table (sharing its rows).
-    const bool ownClassOnly = parser.numberOfFlagsUsed() == 1 &&
-                              (parser.isFlagSet("setData") || parser.isFlagSet("dragSlider") ||
-                               parser.isFlagSet("numMax") || parser.isFlagSet("round") ||
-                               parser.isFlagSet("replace") || parser.isFlagSet("dragSliderColumn"));
-    if (!ownClassOnly)
-        copyModel();
-
-    // The first flag whose edit can be prepared is performed; a flag whose preparation fails
-    // (it said why) lets the next one be tried.
-    const bool prepared =
-        (parser.isFlagSet("numMax") && prepareLimitInfluences()) ||
-        (parser.isFlagSet("round") && prepareRound()) ||
-        (parser.isFlagSet("replace") && prepareReplace()) ||
-        ((parser.isFlagSet("setData") || parser.isFlagSet("dragSlider")) &&
-         prepareCells(parser.isFlagSet("setData"))) ||
-        (parser.isFlagSet("dragSliderColumn") && prepareColumnDrag()) ||
-        (parser.isFlagSet("skinPaintSmooth") && (paintSmoothPending = preparePaintSmoothing())) ||
-        (parser.isFlagSet("smoothSkinWeights") &&
-         (weightSmoothPending = prepareWeightSmoothing())) ||
-        (parser.isFlagSet("paste") && preparePaste());
-    if (!prepared)
-        return HS::kSuccess;
-    return redoIt();
+    for (const char* flag : {"numMax", "round", "replace", "setData", "dragSlider",
+                             "dragSliderColumn", "skinPaintSmooth", "smoothSkinWeights", "paste"})
+        if (parser.isFlagSet(flag) && prepareEdit(flag))
+            return redoIt();
+    return HS::kSuccess;
 }
 
-void vorelCmd::copyModel() {
-    skinClusters = editorModel->getSkinClusters();
-    shapePaths = editorModel->getShapePaths();
-    weightRows = editorModel->getWeightRows();
-    influencePaths = editorModel->getInfluencePaths();
-    shapeComponents = editorModel->getShapeComponents();
-    lockedCells = editorModel->getLockedCells();
-    lockedColumns = editorModel->getLockedColumns();
+namespace {
+
+// The window's class for a kind of edit, made as vorelCmd's own edit.
+template <typename Command> std::unique_ptr<Command> windowClass() {
+    return std::unique_ptr<Command>(new Command(editorWindow, editorModel));
+}
+
+} // namespace
+
+bool vorelCmd::prepareEdit(const char* name) {
+    weightTableModel& model = *editorModel;
+    const QByteArray flag(name);
+    std::unique_ptr<editCommand> made;
+    bool prepared = false;
+    if (flag == "numMax") {
+        auto limit = windowClass<applyButtonCmd>();
+        prepared = limit->prepare(model.getPendingLimit(), model);
+        made = std::move(limit);
+    } else if (flag == "round") {
+        auto round = windowClass<roundButtonCmd>();
+        prepared = round->prepareRound(model);
+        made = std::move(round);
+    } else if (flag == "replace") {
+        auto flood = windowClass<replaceButtonCmd>();
+        prepared = flood->prepareFlood(model);
+        made = std::move(flood);
+    } else if (flag == "setData" || flag == "dragSlider") {
+        std::unique_ptr<cellValuesCmd> cells;
+        if (flag == "setData")
+            cells = windowClass<setCellDataCmd>();
+        else
+            cells = windowClass<dragSliderCmd>();
+        prepared =
+            cells->prepare(model.getPendingCellValues(), model, cellValuesCmd::Rules{true, true});
+        made = std::move(cells);
+    } else if (flag == "dragSliderColumn") {
+        auto drag = windowClass<dragSliderColCmd>();
+        prepared = drag->prepareColumnDrag(model);
+        made = std::move(drag);
+    } else if (flag == "skinPaintSmooth") {
+        auto paint = windowClass<smoothCmd>();
+        prepared = paint->preparePaint(model);
+        made = std::move(paint);
+    } else if (flag == "smoothSkinWeights") {
+        std::unique_ptr<smoothingCmd> smoothing(new smoothingCmd);
+        prepared = smoothing->prepareWeightSmoothing(model);
+        made = std::move(smoothing);
+    } else if (flag == "paste") {
+        std::unique_ptr<pastedValuesCmd> paste(new pastedValuesCmd);
+        prepared = paste->prepare(model);
+        made = std::move(paste);
+    }
+    if (prepared)
+        edit = std::move(made);
+    return prepared;
+}
+
+void vorelCmd::refreshTable() {
+    if (!editorModel)
+        return;
+    editorModel->rebuildWeightRows();
+    editorModel->setUpColumn();
 }
 
 HStatus vorelCmd::redoIt() {
     if (edit)
         return edit->redoIt();
-    HStatus status;
     const bool savedAutoUpdate = weightTableModel::getAutoUpdate();
-    // The writes and lock commands change the scene; the table must not reload meanwhile.
     if (editorModel)
         editorModel->setAutoUpdate(false);
-    if (!cells.isEmpty() && !paintSmoothPending)
-        status = refuseCellsWithoutValues();
-    if (paintSmoothPending)
-        status = writePaintSmoothing();
-    if (weightSmoothPending)
-        status = writeWeightSmoothing();
-    if (!pasteInfluences.isEmpty())
-        status = writePaste();
-    if (editorModel) {
-        editorModel->rebuildWeightRows();
-        editorModel->setUpColumn();
+    refreshTable();
+    if (editorModel)
         editorModel->setAutoUpdate(savedAutoUpdate);
-    }
-    return status;
+    return HS::kSuccess;
 }
 
 HStatus vorelCmd::undoIt() {
     if (edit)
         return edit->undoIt();
-    // The edits without a class of their own wrote vertex by vertex.
-    const HStatus status = restoreVertexWrites();
-    // The table follows the scene; the command keeps the rows it worked from, so that a redo
-    // writes the same edit whatever the table shows by then.
-    if (editorModel) {
-        editorModel->rebuildWeightRows();
-        editorModel->setUpColumn();
-    }
-    return status;
+    refreshTable();
+    return HS::kFailure;
 }
 
 bool vorelCmd::isUndoable() const {

@@ -49,7 +49,7 @@ HStatus setCellDataCmd::doIt(const HArgList&) {
 }
 
 HStatus smoothCmd::doIt(const HArgList&) {
-    copyModel();
-    paintSmoothPending = preparePaintSmoothing();
+    if (editModel)
+        preparePaint(*editModel);
     return redoIt();
 }

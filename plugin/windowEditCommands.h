@@ -1,15 +1,17 @@
 // windowEditCommands: the window's undoable edit command objects, one class per kind of edit:
 // flood replace (replaceButtonCmd), precision rounding (roundButtonCmd), maximum influences
 // (applyButtonCmd), slider drags of cells (dragSliderCmd) and of a column (dragSliderColCmd),
-// typed cell values (setCellDataCmd) and paint-tool smoothing (smoothCmd). Each performs one
-// kind of edit with vorelCmd's own prepare, write and undo steps, on its own lists; none is
-// registered with the host, since every edit the window makes runs through vorelCmd.
+// typed cell values (setCellDataCmd) and paint-tool smoothing (smoothCmd). Each is the edit
+// class of its kind (cellValuesCmd, limitInfluencesCmd, shapeWritesCmd, smoothingCmd) with a
+// doIt of its own; none is registered with the host. vorelCmd makes one of them for every edit
+// the window runs through it, prepares it from the model's request and forwards its redo and
+// undo to it.
 //
-// Where a class differs from the matching vorelCmd flag: setCellDataCmd edits the table's
-// current selection instead of the model's hand-over cells; dragSliderCmd refuses a row
-// outside the table as a shape header row and keeps its temporary influence locks out of the
-// undo queue; applyButtonCmd hands every cell whose influence it removed to the model's
-// read-back.
+// Where a class run on its own (its doIt) differs from the matching vorelCmd flag:
+// setCellDataCmd edits the table's current selection instead of the model's hand-over cells;
+// dragSliderCmd refuses a row outside the table as a shape header row and keeps its temporary
+// influence locks out of the undo queue; applyButtonCmd hands every cell whose influence it
+// removed to the model's read-back.
 //
 // The window creates one object of each class and deletes them. Each class has its own
 // class-wide window and model pointers, set by the last object constructed and left as they
@@ -22,13 +24,13 @@
 #include "cellValuesCmd.h"
 #include "limitInfluencesCmd.h"
 #include "shapeWritesCmd.h"
-#include "vorelCmd.h"
+#include "smoothingCmd.h"
 
 class vorelWindow;
 class weightTableModel;
 
-// `Base` holds the steps: vorelCmd's own, or the edit class vorelCmd holds for that kind.
-template <typename Command, typename Base = vorelCmd> class windowEditCommand : public Base {
+// `Base` is the edit class of that kind, which vorelCmd also makes and holds.
+template <typename Command, typename Base> class windowEditCommand : public Base {
 public:
     windowEditCommand(vorelWindow* window, weightTableModel* model) {
         editWindow = window;
@@ -92,7 +94,7 @@ public:
     HStatus doIt(const HArgList& args) override;
 };
 
-class smoothCmd : public windowEditCommand<smoothCmd> {
+class smoothCmd : public windowEditCommand<smoothCmd, smoothingCmd> {
 public:
     using windowEditCommand::windowEditCommand;
     HStatus doIt(const HArgList& args) override;

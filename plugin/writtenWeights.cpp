@@ -24,5 +24,7 @@ QVector<WrittenRow> writtenWeights::rows() const {
     QVector<WrittenRow> rows;
     for (const Entry& entry : entries)
         rows += entry.rows;
+    if (rowsUnknown)
+        rows.append(WrittenRow());
     return rows;
 }

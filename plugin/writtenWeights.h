@@ -27,7 +27,13 @@ public:
         QVector<WrittenRow> rows;
     };
 
-    void clear() { entries.clear(); }
+    void clear() {
+        entries.clear();
+        rowsUnknown = false;
+    }
+    // The edit changed weights it cannot name (a host command did the writing): rows() then
+    // holds one row that names nothing, so that the table reads all of its rows again.
+    void markRowsUnknown() { rowsUnknown = true; }
     bool isEmpty() const { return entries.isEmpty(); }
     void append(Entry entry) { entries.append(std::move(entry)); }
 
@@ -41,4 +47,5 @@ public:
 
 private:
     QVector<Entry> entries;
+    bool rowsUnknown = false;
 };

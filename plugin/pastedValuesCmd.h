@@ -1,0 +1,43 @@
+// pastedValuesCmd: the paste edit ("vorelCmd -paste"). Every pasted row is one write of its
+// pasted influences, the row's other unlocked influences sharing the remainder, so that each row
+// keeps exactly the values pasted into it; the row's locked cells are held by temporary locks
+// kept out of the undo queue. Undo writes the rows' previous weights back.
+//
+// prepare() takes the model's pasted cells and values and refuses the whole paste, with a
+// message, at the first cell that is no vertex cell or whose influence the row's skin cluster
+// lacks. The model (not owned) is kept for the table's refresh after each redo and undo.
+#pragma once
+
+#include "HDagPath.h"
+#include "HDoubleArray.h"
+#include "HIntArray.h"
+#include "HObject.h"
+#include "HString.h"
+#include "editCommand.h"
+
+#include <QList>
+#include <QVector>
+
+class pastedValuesCmd : public editCommand {
+public:
+    bool prepare(weightTableModel& model);
+    HStatus redoIt() override;
+    HStatus undoIt() override;
+
+private:
+    struct RowWrite {
+        HObject cluster;
+        HDagPath shape;
+        HObject component;
+        unsigned influenceCount = 0;
+        HIntArray influences;
+        HDoubleArray values;
+        QList<HString> lockedInfluences;
+        WrittenRow row;
+    };
+
+    HStatus writeRows();
+
+    QVector<RowWrite> rowWrites;
+    weightTableModel* tableModel = nullptr;
+};
