@@ -13,7 +13,6 @@ using namespace commandModelAccess;
 bool cellValuesCmd::prepare(const CellValuesRequest& request, weightTableModel& model,
                             Rules rules) {
     cellWrites.clear();
-    recordLocks = rules.recordLocks;
     tableModel = &model;
     const QModelIndexList& cells = request.pendingCells;
     if (cells.isEmpty() || request.identities.size() != cells.size() ||
@@ -53,18 +52,19 @@ bool cellValuesCmd::prepare(const CellValuesRequest& request, weightTableModel& 
         if (!countOfShape.contains(shape))
             countOfShape.insert(shape, influenceCount(clusters[shape]));
         CellWrite write;
-        write.cluster = clusters[shape];
-        write.shape = shapes[shape];
-        write.component = weightWriting::singleVertexComponent(identity.vertex);
+        write.target.cluster = clusters[shape];
+        write.target.shape = shapes[shape];
+        write.target.component = weightWriting::singleVertexComponent(identity.vertex);
+        write.target.influenceCount = countOfShape.value(shape);
+        write.target.recordLocks = rules.recordLocks;
         write.influence = static_cast<unsigned>(identity.influence);
-        write.influenceCount = countOfShape.value(shape);
         write.value = request.pendingValues[i];
         QList<int> lockColumns;
         for (int locked : lockedColumnsOfRow.value(row))
             if (locked != column)
                 lockColumns.append(locked);
-        write.lockedInfluences = influencePathNames(influences, lockColumns);
-        write.row = WrittenRow{row, identity.shape, identity.vertex};
+        write.target.lockedInfluences = influencePathNames(influences, lockColumns);
+        write.target.rows.append(WrittenRow{row, identity.shape, identity.vertex});
         cellWrites.append(write);
     }
     return true;
@@ -72,22 +72,11 @@ bool cellValuesCmd::prepare(const CellValuesRequest& request, weightTableModel& 
 
 HStatus cellValuesCmd::writeCells() {
     HStatus status;
-    for (const CellWrite& cell : qAsConst(cellWrites)) {
-        writtenWeights::Entry entry;
-        {
-            weightWriting::InfluenceLockGuard locks(cell.lockedInfluences, recordLocks);
-            weightWriting::NormalisationGuard normalisation(cell.cluster);
-            status = HFnSkinCluster(cell.cluster)
-                         .setWeights(cell.shape, cell.component, cell.influence, cell.value, true,
-                                     &entry.oldWeights);
-        }
-        entry.cluster = cell.cluster;
-        entry.shape = cell.shape;
-        entry.component = cell.component;
-        entry.influenceCount = cell.influenceCount;
-        entry.rows.append(cell.row);
-        written.append(std::move(entry));
-    }
+    for (const CellWrite& cell : qAsConst(cellWrites))
+        status = writeTarget(cell.target, [&cell](HFnSkinCluster& cluster, HDoubleArray* old) {
+            return cluster.setWeights(cell.target.shape, cell.target.component, cell.influence,
+                                      cell.value, true, old);
+        });
     return status;
 }
 

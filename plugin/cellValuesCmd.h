@@ -33,19 +33,13 @@ public:
 
 private:
     struct CellWrite {
-        HObject cluster;
-        HDagPath shape;
-        HObject component;
+        WriteTarget target;
         unsigned influence = 0;
-        unsigned influenceCount = 0;
         double value = 0.0;
-        QList<HString> lockedInfluences;
-        WrittenRow row;
     };
 
     HStatus writeCells();
 
     QVector<CellWrite> cellWrites;
-    bool recordLocks = true;
     weightTableModel* tableModel = nullptr;
 };

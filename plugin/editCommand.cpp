@@ -1,6 +1,31 @@
 #include "editCommand.h"
 
+#include "HFnSkinCluster.h"
 #include "weightTableModel.h"
+#include "weightWriting.h"
+
+#include <memory>
+
+HStatus editCommand::writeTarget(const WriteTarget& target, const HostWrite& write) {
+    writtenWeights::Entry entry;
+    HStatus status;
+    {
+        weightWriting::InfluenceLockGuard locks(target.lockedInfluences, target.recordLocks);
+        std::unique_ptr<weightWriting::NormalisationGuard> normalisation;
+        if (target.normalisationGuard)
+            normalisation.reset(new weightWriting::NormalisationGuard(target.cluster));
+        HFnSkinCluster cluster(target.cluster);
+        status = write(cluster, &entry.oldWeights);
+    }
+    entry.cluster = target.cluster;
+    entry.shape = target.shape;
+    entry.component = target.component;
+    entry.influenceCount = target.influenceCount;
+    entry.normalisationGuard = target.normalisationGuard;
+    entry.rows = target.rows;
+    written.append(std::move(entry));
+    return status;
+}
 
 HStatus editCommand::writeAndRefresh(weightTableModel* model,
                                      const std::function<HStatus()>& write) {

@@ -12,9 +12,25 @@
 #include "HStatus.h"
 #include "writtenWeights.h"
 
+#include <QList>
 #include <functional>
 
+class HFnSkinCluster;
 class weightTableModel;
+
+// Where one host write goes, and what holds still meanwhile.
+struct WriteTarget {
+    HObject cluster;
+    HDagPath shape;
+    HObject component;
+    unsigned influenceCount = 0;
+    // The table rows of the component's vertices, in its order.
+    QVector<WrittenRow> rows;
+    // Influences locked for the write (by full path), the locks entering the undo queue or not.
+    QList<HString> lockedInfluences;
+    bool recordLocks = false;
+    bool normalisationGuard = true;
+};
 
 class editCommand : public HPxCommand {
 public:
@@ -23,6 +39,11 @@ public:
     bool isUndoable() const override { return true; }
 
 protected:
+    // Runs `write` on the target's skin cluster, with its influences locked and (when asked) the
+    // normalisation guard, and keeps what it replaced in `written`. The write's status.
+    using HostWrite = std::function<HStatus(HFnSkinCluster& cluster, HDoubleArray* oldWeights)>;
+    HStatus writeTarget(const WriteTarget& target, const HostWrite& write);
+
     // Runs `write` with the table's automatic reload off, then refreshes the written rows of
     // `model` and its hidden columns. The status of `write`.
     HStatus writeAndRefresh(weightTableModel* model, const std::function<HStatus()>& write);

@@ -171,20 +171,22 @@ HStatus limitInfluencesCmd::removeOneByOne(OverLimitRow& row, const ShapeInfluen
         }
         if (!repeating)
             row.removed.append(column);
-        writtenWeights::Entry entry;
-        {
-            weightWriting::NormalisationGuard normalisation(shape.cluster);
-            // Undo returns the row to where it was before the first removal.
-            status = cluster.setWeights(shape.shape, component, static_cast<unsigned>(influence),
-                                        0.0, true, round == 0 ? &entry.oldWeights : nullptr);
-        }
         if (round == 0) {
-            entry.cluster = shape.cluster;
-            entry.shape = shape.shape;
-            entry.component = component;
-            entry.influenceCount = static_cast<unsigned>(shape.columnOfInfluence.size());
-            entry.rows.append(WrittenRow{row.row.row, row.row.shape, row.row.vertex});
-            written.append(std::move(entry));
+            // Undo returns the row to where it was before the first removal.
+            WriteTarget target;
+            target.cluster = shape.cluster;
+            target.shape = shape.shape;
+            target.component = component;
+            target.influenceCount = static_cast<unsigned>(shape.columnOfInfluence.size());
+            target.rows.append(WrittenRow{row.row.row, row.row.shape, row.row.vertex});
+            status = writeTarget(target, [&](HFnSkinCluster& host, HDoubleArray* old) {
+                return host.setWeights(shape.shape, component, static_cast<unsigned>(influence),
+                                       0.0, true, old);
+            });
+        } else {
+            weightWriting::NormalisationGuard normalisation(shape.cluster);
+            status = cluster.setWeights(shape.shape, component, static_cast<unsigned>(influence),
+                                        0.0, true);
         }
         HDoubleArray weights;
         unsigned count = 0;
@@ -200,34 +202,29 @@ HStatus limitInfluencesCmd::writeSlice(const ShapeInfluences& shape, const QVect
                                        const std::vector<double>& weights, unsigned count) {
     if (entries.isEmpty())
         return HS::kSuccess;
-    writtenWeights::Entry entry;
+    WriteTarget target;
+    target.cluster = shape.cluster;
+    target.shape = shape.shape;
+    target.influenceCount = count;
     HIntArray vertices;
     HDoubleArray values;
     values.setLength(static_cast<unsigned>(entries.size()) * count);
     for (int n = 0; n < entries.size(); ++n) {
         const OverLimitRow& row = overLimit[entries[n]];
         vertices.append(row.row.vertex);
-        entry.rows.append(WrittenRow{row.row.row, row.row.shape, row.row.vertex});
+        target.rows.append(WrittenRow{row.row.row, row.row.shape, row.row.vertex});
         for (unsigned k = 0; k < count; ++k)
             values[static_cast<unsigned>(n) * count + k] =
                 weights[static_cast<size_t>(n) * count + k];
     }
     HFnSingleIndexedComponent part;
-    entry.component = part.create(HFn::kMeshVertComponent);
+    target.component = part.create(HFn::kMeshVertComponent);
     part.addElements(vertices);
-    HStatus status;
-    {
-        weightWriting::NormalisationGuard normalisation(shape.cluster);
-        // Every influence listed: the host stores the weights as they are.
-        status = HFnSkinCluster(shape.cluster)
-                     .setWeights(shape.shape, entry.component, allInfluences(count), values, true,
-                                 &entry.oldWeights);
-    }
-    entry.cluster = shape.cluster;
-    entry.shape = shape.shape;
-    entry.influenceCount = count;
-    written.append(std::move(entry));
-    return status;
+    // Every influence listed: the host stores the weights as they are.
+    return writeTarget(target, [&](HFnSkinCluster& cluster, HDoubleArray* old) {
+        return cluster.setWeights(target.shape, target.component, allInfluences(count), values,
+                                  true, old);
+    });
 }
 
 HStatus limitInfluencesCmd::writeRows() {

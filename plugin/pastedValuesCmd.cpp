@@ -48,12 +48,13 @@ bool pastedValuesCmd::prepare(weightTableModel& model) {
             write = rowWrites.size();
             writeOfRow.insert(r, write);
             RowWrite row;
-            row.cluster = cluster;
-            row.shape = paths[static_cast<unsigned>(shape)];
-            row.component = weightWriting::singleVertexComponent(vertex);
-            row.influenceCount = influenceCount(cluster);
-            row.lockedInfluences = influencePathNames(influences, lockedCellColumns.value(r));
-            row.row = WrittenRow{r, shape, vertex};
+            row.target.cluster = cluster;
+            row.target.shape = paths[static_cast<unsigned>(shape)];
+            row.target.component = weightWriting::singleVertexComponent(vertex);
+            row.target.influenceCount = influenceCount(cluster);
+            row.target.lockedInfluences =
+                influencePathNames(influences, lockedCellColumns.value(r));
+            row.target.rows.append(WrittenRow{r, shape, vertex});
             rowWrites.append(row);
         }
         rowWrites[write].influences.append(influence);
@@ -64,22 +65,11 @@ bool pastedValuesCmd::prepare(weightTableModel& model) {
 
 HStatus pastedValuesCmd::writeRows() {
     HStatus status;
-    for (const RowWrite& row : qAsConst(rowWrites)) {
-        writtenWeights::Entry entry;
-        {
-            weightWriting::InfluenceLockGuard locks(row.lockedInfluences, false);
-            weightWriting::NormalisationGuard normalisation(row.cluster);
-            status = HFnSkinCluster(row.cluster)
-                         .setWeights(row.shape, row.component, row.influences, row.values, true,
-                                     &entry.oldWeights);
-        }
-        entry.cluster = row.cluster;
-        entry.shape = row.shape;
-        entry.component = row.component;
-        entry.influenceCount = row.influenceCount;
-        entry.rows.append(row.row);
-        written.append(std::move(entry));
-    }
+    for (const RowWrite& row : qAsConst(rowWrites))
+        status = writeTarget(row.target, [&row](HFnSkinCluster& cluster, HDoubleArray* old) {
+            return cluster.setWeights(row.target.shape, row.target.component, row.influences,
+                                      row.values, true, old);
+        });
     return status;
 }
 

@@ -26,14 +26,9 @@ public:
 
 private:
     struct RowWrite {
-        HObject cluster;
-        HDagPath shape;
-        HObject component;
-        unsigned influenceCount = 0;
+        WriteTarget target;
         HIntArray influences;
         HDoubleArray values;
-        QList<HString> lockedInfluences;
-        WrittenRow row;
     };
 
     HStatus writeRows();

@@ -7,25 +7,24 @@
 #include "weightTableModel.h"
 #include "weightWriting.h"
 
-#include <memory>
-
 using namespace commandModelAccess;
 
 bool shapeWritesCmd::startWrite(const weightTableModel& model, unsigned shape,
                                 const QVector<int>& shapeRows, ShapeWrite& write) const {
     const HObjectArray clusters = model.getSkinClusters();
     const HDagPathArray paths = model.getShapePaths();
-    write.cluster = clusters[shape];
-    write.shape = paths[shape];
-    write.component =
+    WriteTarget& target = write.target;
+    target.cluster = clusters[shape];
+    target.shape = paths[shape];
+    target.component =
         weightWriting::wholeShapeComponent(paths[shape], model.getShapeComponents()[shape]);
-    write.influenceCount = influenceCount(write.cluster);
+    target.influenceCount = influenceCount(target.cluster);
     HIntArray vertices;
-    HFnSingleIndexedComponent(write.component).getElements(vertices);
+    HFnSingleIndexedComponent(target.component).getElements(vertices);
     if (static_cast<unsigned>(shapeRows.size()) != vertices.length())
         return false;
     for (int j = 0; j < shapeRows.size(); ++j)
-        write.rows.append(
+        target.rows.append(
             WrittenRow{shapeRows[j], static_cast<int>(shape), vertices[static_cast<unsigned>(j)]});
     return true;
 }
@@ -33,20 +32,22 @@ bool shapeWritesCmd::startWrite(const weightTableModel& model, unsigned shape,
 bool shapeWritesCmd::prepareRound(weightTableModel& model) {
     tableModel = &model;
     shapeWrites.clear();
-    normalisationGuard = false;
     const WeightRows rows = model.getWeightRows();
     const unsigned shapes = model.getShapePaths().length();
     const QVector<QVector<int>> rowsOfShape = weightRows::vertexRowsByShape(rows, shapes);
     for (unsigned shape = 0; shape < shapes; ++shape) {
         ShapeWrite write;
         bool found = startWrite(model, shape, rowsOfShape[static_cast<int>(shape)], write);
-        const QVector<int> columns = clusterColumns(model, write.cluster).columnOfInfluence;
+        // Rounding writes the weights as they are, outside the normalisation guard.
+        write.target.normalisationGuard = false;
+        const QVector<int> columns = clusterColumns(model, write.target.cluster).columnOfInfluence;
         const int count = columns.size();
         write.influences = allInfluences(static_cast<unsigned>(count));
-        write.values.setLength(found ? static_cast<unsigned>(write.rows.size() * count) : 0);
+        const QVector<WrittenRow>& shapeRows = write.target.rows;
+        write.values.setLength(found ? static_cast<unsigned>(shapeRows.size() * count) : 0);
         // The values written are the table's, as rounded.
-        for (int j = 0; found && j < write.rows.size(); ++j) {
-            const WeightRow& row = rows.at(write.rows[j].row);
+        for (int j = 0; found && j < shapeRows.size(); ++j) {
+            const WeightRow& row = rows.at(shapeRows[j].row);
             for (int k = 0; found && k < count; ++k) {
                 found = columns[k] >= 0 && columns[k] + 1 < row.size();
                 if (found)
@@ -67,7 +68,6 @@ bool shapeWritesCmd::prepareRound(weightTableModel& model) {
 bool shapeWritesCmd::prepareFlood(weightTableModel& model) {
     tableModel = &model;
     shapeWrites.clear();
-    normalisationGuard = true;
     const QList<int> shapes = model.getPendingShapes();
     const HString influence = columnName(model, model.getPendingColumn());
     const QVector<QVector<int>> rowsOfShape =
@@ -79,11 +79,11 @@ bool shapeWritesCmd::prepareFlood(weightTableModel& model) {
         // The whole shape is written even when the table does not show each of its vertices;
         // the table then reads all of its rows again.
         if (!startWrite(model, static_cast<unsigned>(shape), rowsOfShape[shape], write))
-            write.rows = {WrittenRow()};
+            write.target.rows = {WrittenRow()};
         write.oneValue = true;
         // An influence the cluster lacks gives -1: that shape's write fails with the host's status.
         write.influence =
-            static_cast<unsigned>(model.influenceIndexByName(write.cluster, influence));
+            static_cast<unsigned>(model.influenceIndexByName(write.target.cluster, influence));
         write.value = model.getFloodValue();
         shapeWrites.append(write);
     }
@@ -93,7 +93,6 @@ bool shapeWritesCmd::prepareFlood(weightTableModel& model) {
 bool shapeWritesCmd::prepareColumnDrag(weightTableModel& model) {
     tableModel = &model;
     shapeWrites.clear();
-    normalisationGuard = true;
     const int column = model.getPendingColumn();
     const HDagPathArray influencePaths = model.getInfluencePaths();
     if (column < 0 || static_cast<unsigned>(column) >= influencePaths.length())
@@ -103,7 +102,9 @@ bool shapeWritesCmd::prepareColumnDrag(weightTableModel& model) {
     if (!status)
         return false;
     const HString influence = influenceNode.name();
-    lockedInfluences = influencePathNames(influencePaths, model.getLockedColumns());
+    // Locked influences keep their weights; these locks stay out of the undo queue.
+    const QList<HString> lockedInfluences =
+        influencePathNames(influencePaths, model.getLockedColumns());
     const WeightRows rows = model.getWeightRows();
     const unsigned shapes = model.getShapePaths().length();
     const QVector<QVector<int>> rowsOfShape = weightRows::vertexRowsByShape(rows, shapes);
@@ -119,10 +120,12 @@ bool shapeWritesCmd::prepareColumnDrag(weightTableModel& model) {
             reportNotSetUp();
             return false;
         }
+        write.target.lockedInfluences = lockedInfluences;
         write.influences.append(k);
-        write.values.setLength(static_cast<unsigned>(write.rows.size()));
-        for (int j = 0; j < write.rows.size(); ++j) {
-            const WeightRow& row = rows.at(write.rows[j].row);
+        const QVector<WrittenRow>& shapeRows = write.target.rows;
+        write.values.setLength(static_cast<unsigned>(shapeRows.size()));
+        for (int j = 0; j < shapeRows.size(); ++j) {
+            const WeightRow& row = rows.at(shapeRows[j].row);
             const double shown = column + 1 < row.size() ? row.at(column + 1) : 0.0;
             write.values[static_cast<unsigned>(j)] = qBound(
                 0.0,
@@ -136,29 +139,14 @@ bool shapeWritesCmd::prepareColumnDrag(weightTableModel& model) {
 
 HStatus shapeWritesCmd::writeShapes() {
     HStatus status;
-    for (const ShapeWrite& write : qAsConst(shapeWrites)) {
-        writtenWeights::Entry entry;
-        {
-            // Locked influences keep their weights; these locks stay out of the undo queue.
-            weightWriting::InfluenceLockGuard locks(lockedInfluences, false);
-            std::unique_ptr<weightWriting::NormalisationGuard> normalisation;
-            if (normalisationGuard)
-                normalisation.reset(new weightWriting::NormalisationGuard(write.cluster));
-            HFnSkinCluster cluster(write.cluster);
-            status = write.oneValue
-                         ? cluster.setWeights(write.shape, write.component, write.influence,
-                                              write.value, true, &entry.oldWeights)
-                         : cluster.setWeights(write.shape, write.component, write.influences,
-                                              write.values, true, &entry.oldWeights);
-        }
-        entry.cluster = write.cluster;
-        entry.shape = write.shape;
-        entry.component = write.component;
-        entry.influenceCount = write.influenceCount;
-        entry.normalisationGuard = normalisationGuard;
-        entry.rows = write.rows;
-        written.append(std::move(entry));
-    }
+    for (const ShapeWrite& write : qAsConst(shapeWrites))
+        status = writeTarget(write.target, [&write](HFnSkinCluster& cluster, HDoubleArray* old) {
+            const WriteTarget& target = write.target;
+            return write.oneValue ? cluster.setWeights(target.shape, target.component,
+                                                       write.influence, write.value, true, old)
+                                  : cluster.setWeights(target.shape, target.component,
+                                                       write.influences, write.values, true, old);
+        });
     return status;
 }
 

@@ -32,17 +32,13 @@ public:
 
 private:
     struct ShapeWrite {
-        HObject cluster;
-        HDagPath shape;
-        HObject component;
-        unsigned influenceCount = 0;
+        WriteTarget target;
         // One influence set to `value` on every vertex, or `influences` with `values` per vertex.
         bool oneValue = false;
         unsigned influence = 0;
         double value = 0.0;
         HIntArray influences;
         HDoubleArray values;
-        QVector<WrittenRow> rows;
     };
 
     // The shape's write with its component and rows (the shape's vertex rows, `shapeRows`);
@@ -52,8 +48,5 @@ private:
     HStatus writeShapes();
 
     QVector<ShapeWrite> shapeWrites;
-    bool normalisationGuard = true;
-    // Influences held by temporary locks around every write (not recorded for undo).
-    QList<HString> lockedInfluences;
     weightTableModel* tableModel = nullptr;
 };
