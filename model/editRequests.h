@@ -10,6 +10,7 @@
 // wrote.
 #pragma once
 
+#include "HDagPath.h"
 #include "weightRowList.h"
 
 #include <QList>
@@ -46,10 +47,15 @@ struct LimitRequest {
     QVector<LimitedRow> rows;
 };
 
-// A vertex row an edit wrote: its table row as the edit found it, and the vertex it held. The
-// table checks both before it refreshes the row from the scene.
+// A vertex row an edit wrote: its table row as the edit found it, the loaded shape's index and
+// path, and the vertex the row held. The table checks them all before it refreshes the row from
+// the scene, since it may show other shapes, or the same in another order, by then.
 struct WrittenRow {
+    WrittenRow() = default;
+    WrittenRow(int row, int shape, int vertex) : row(row), shape(shape), vertex(vertex) {}
+
     int row = -1;
     int shape = -1;
     int vertex = -1;
+    HDagPath shapePath;
 };

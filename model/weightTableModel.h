@@ -289,7 +289,9 @@ private:
     // read again by the next refresh.
     void followScene();
     void markForReread(int row);
-    bool writtenRowHolds(const WrittenRow& written) const;
+    // Whether the row still shows the written vertex; `shapeHolds` keeps, per loaded shape,
+    // whether it is the shape written (0: not looked at yet, 1: it is, 2: it is not).
+    bool writtenRowHolds(const WrittenRow& written, std::vector<char>& shapeHolds) const;
     // Reads the vertices of `rows` from their skin clusters, a slice of vertices at a time per
     // shape (a vertex listed twice is read once); `visit` gets each position in `rows` with the
     // vertex's weights in influence order. False when a row is no vertex row of a loaded shape

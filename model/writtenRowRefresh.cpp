@@ -43,10 +43,17 @@ void weightTableModel::markForReread(int row) {
         rowsToReread.push_back(row);
 }
 
-bool weightTableModel::writtenRowHolds(const WrittenRow& written) const {
+bool weightTableModel::writtenRowHolds(const WrittenRow& written,
+                                       std::vector<char>& shapeHolds) const {
     if (written.row < 0 || written.row >= weightRows.size() ||
         static_cast<unsigned>(written.row) >= rowNames.length() || written.shape < 0 ||
         loadedShapeOfRow(written.row) != written.shape)
+        return false;
+    // The shape at that index is the one written (looked at once per shape).
+    char& holds = shapeHolds[static_cast<size_t>(written.shape)];
+    if (holds == 0)
+        holds = shapePaths[static_cast<unsigned>(written.shape)] == written.shapePath ? 1 : 2;
+    if (holds != 1)
         return false;
     int vertex = 0;
     return vertexOfRow(written.row, vertex) && vertex == written.vertex;
@@ -58,8 +65,9 @@ void weightTableModel::refreshWrittenRows(const QVector<WrittenRow>& written) {
         return;
     }
     std::vector<int> rows(rowsToReread.begin(), rowsToReread.end());
+    std::vector<char> shapeHolds(shapePaths.length(), 0);
     for (const WrittenRow& entry : written) {
-        if (!writtenRowHolds(entry)) {
+        if (!writtenRowHolds(entry, shapeHolds)) {
             rebuildWeightRows();
             return;
         }

@@ -23,7 +23,10 @@ HStatus writtenWeights::restore() const {
 QVector<WrittenRow> writtenWeights::rows() const {
     QVector<WrittenRow> rows;
     for (const Entry& entry : entries)
-        rows += entry.rows;
+        for (WrittenRow row : entry.rows) {
+            row.shapePath = entry.shape;
+            rows.append(row);
+        }
     if (rowsUnknown)
         rows.append(WrittenRow());
     return rows;

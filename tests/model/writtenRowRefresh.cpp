@@ -108,7 +108,7 @@ protected:
     void expectSameAsLoaded(const std::string& when) {
         const Shown refreshed = shown();
         EXPECT_TRUE(shapeRowsUnmarked()) << when;
-        selectAndLoad("body arm");
+        selectAndLoad(loadedItems);
         const Shown loaded = shown();
         EXPECT_TRUE(refreshed == loaded) << when;
     }
@@ -144,6 +144,8 @@ protected:
         QMetaObject::invokeMethod(model, random() % 3 ? "lockCell" : "unlockCell");
     }
 
+    // What the table loads, in this order.
+    std::string loadedItems = "body arm";
     std::mt19937 random;
     fixture::SkinnedMesh body;
     fixture::SkinnedMesh arm;
@@ -212,6 +214,11 @@ TEST_F(RowRefresh, TheTableAfterUndoAndRedoIsTheTableLoadedAnew) {
         if (editsRun() == editsBefore)
             continue;
         ++compared;
+        // The edit's rows may sit elsewhere, or hold other vertices, by its undo.
+        if (random() % 2 == 0) {
+            loadedItems = loadedItems == "body arm" ? "arm body" : "body arm";
+            selectAndLoad(loadedItems);
+        }
         ASSERT_TRUE(vorel::run("undo")) << when;
         expectSameAsLoaded(when + ", undone");
         ASSERT_TRUE(vorel::run("redo")) << when;
