@@ -160,7 +160,7 @@ void weightTableModel::limitRows(QList<int>& rows) {
         LimitedRow limited;
         limited.row = row;
         limited.shape = loadedShapeOfRow(row);
-        if (!vertexIndexOfRowName(headerData(row, Qt::Vertical).toString(), limited.vertex))
+        if (!vertexOfRow(row, limited.vertex))
             limited.vertex = -1;
         limited.values = weightRows.at(row);
         pendingLimit.rows.append(limited);
