@@ -11,6 +11,7 @@
 #pragma once
 
 #include "HDagPath.h"
+#include "HString.h"
 #include "weightRowList.h"
 
 #include <QList>
@@ -45,6 +46,42 @@ struct LimitRequest {
     QList<int> pendingRows;
     int maxInfluences = 0;
     QVector<LimitedRow> rows;
+};
+
+// Flood replace ("vorelCmd -replace"): `floodValue` into the influence of column
+// `pendingColumn` on every vertex of the shapes `pendingShapes`.
+struct FloodRequest {
+    QList<int> pendingShapes;
+    int pendingColumn = 0;
+    double floodValue = 0.0;
+};
+
+// The drag of a whole column ("vorelCmd -dragSliderColumn"): every vertex to `sliderValue`, or
+// by `sliderDelta` from the value the table shows, as `sliderAbsolute` says.
+struct ColumnDragRequest {
+    int pendingColumn = 0;
+    double sliderValue = 0.0;
+    double sliderDelta = 0.0;
+    bool sliderAbsolute = false;
+};
+
+// Paint smoothing ("vorelCmd -skinPaintSmooth") of the influence of column `pendingColumn` over
+// the cells `pendingCells` of the shapes `pendingShapes`, the columns `pendingLockColumns` locked
+// meanwhile.
+struct PaintSmoothingRequest {
+    QModelIndexList pendingCells;
+    QList<int> pendingShapes;
+    int pendingColumn = 0;
+    double paintSmoothOpacity = 0.0;
+    QList<int> pendingLockColumns;
+};
+
+// Weight smoothing ("vorelCmd -smoothSkinWeights"): the host command text to run, and the cells
+// selected when it was made, with their shapes.
+struct WeightSmoothingRequest {
+    HString pendingSmoothCommand;
+    QModelIndexList pendingCells;
+    QList<int> pendingShapes;
 };
 
 // A vertex row an edit wrote: its table row as the edit found it, the loaded shape's index and

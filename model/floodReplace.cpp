@@ -13,7 +13,7 @@ void weightTableModel::replaceValue(double value) {
     snapshotWeightRows();
     const double flood = value < 0.0 ? 0.0 : qMin(value, 1.0);
 
-    pendingShapes.clear();
+    pendingFlood = FloodRequest();
     const QModelIndexList columns = selectedColumns();
     if (columns.isEmpty()) {
         HGlobal::displayInfo("No joint has been selected for flood operation. Please select a "
@@ -45,9 +45,9 @@ void weightTableModel::replaceValue(double value) {
     // A column without any vertex row (only shape header rows loaded) has nothing to flood.
     if (shape < 0)
         return;
-    pendingShapes.append(shape);
-    pendingColumn = column;
-    floodValue = flood;
+    pendingFlood.pendingShapes.append(shape);
+    pendingFlood.pendingColumn = column;
+    pendingFlood.floodValue = flood;
     HGlobal::executeCommand("vorelCmd -replace", true, true);
 
     QModelIndexList cells;

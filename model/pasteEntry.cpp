@@ -168,8 +168,7 @@ void weightTableModel::pasteText(const QString& text, const QModelIndex& current
                                  .constData());
     if (cells.isEmpty())
         return;
-    pendingCells = cells;
-    pendingValues = values;
+    pendingPaste = cellValuesRequest(cells, values);
     snapshotWeightRows();
     HGlobal::executeCommand("vorelCmd -paste", true, true);
     setUpColumn();

@@ -115,12 +115,12 @@ void weightTableModel::dragColumn(double value, bool absolute) {
         if (column + 1 < weightRows[row].size() && weightRows[row][column + 1] >= 0.0)
             referenceRow = row;
     const double before = referenceRow == -1 ? 0.0 : weightRows[referenceRow][column + 1];
-    sliderDelta = value - (before - topRightValue);
+    pendingColumnDrag.sliderDelta = value - (before - topRightValue);
 
     snapshotWeightRows();
-    pendingColumn = column;
-    sliderValue = value;
-    sliderAbsolute = absolute;
+    pendingColumnDrag.pendingColumn = column;
+    pendingColumnDrag.sliderValue = value;
+    pendingColumnDrag.sliderAbsolute = absolute;
     HGlobal::executeCommand("vorelCmd -dragSliderColumn", true, true);
 
     QModelIndexList cells;

@@ -35,18 +35,19 @@ void weightTableModel::applySmoothSkinWeights(double value, int numIter) {
     snapshotWeightRows();
     const QModelIndexList rows = selectedRows();
     const QModelIndexList cells = selectedIndexes();
-    pendingCells = cells;
-    pendingShapes.clear();
+    pendingWeightSmoothing = WeightSmoothingRequest();
+    pendingWeightSmoothing.pendingCells = cells;
     for (const QModelIndex& cell : cells) {
         const int shape = static_cast<int>(weightRows[cell.row()][0]);
-        if (shape != -1 && !pendingShapes.contains(shape))
-            pendingShapes.append(shape);
+        if (shape != -1 && !pendingWeightSmoothing.pendingShapes.contains(shape))
+            pendingWeightSmoothing.pendingShapes.append(shape);
     }
 
     if (cells.isEmpty() && rows.isEmpty()) {
         for (unsigned i = 0; i < skinClusters.length(); ++i) {
             smoothSkinWeightsMode = true;
-            pendingSmoothCommand = smoothingCommand(value, numIter, skinClusters[i]);
+            pendingWeightSmoothing.pendingSmoothCommand =
+                smoothingCommand(value, numIter, skinClusters[i]);
             HGlobal::executeCommand("vorelCmd -smoothSkinWeights", true, true);
         }
         QModelIndexList vertices;
@@ -75,7 +76,7 @@ void weightTableModel::applySmoothSkinWeights(double value, int numIter) {
     const bool wasAutoUpdate = autoUpdate;
     autoUpdate = false;
     smoothSkinWeightsMode = true;
-    pendingSmoothCommand =
+    pendingWeightSmoothing.pendingSmoothCommand =
         selection + smoothingCommand(value, numIter, skinClusters[static_cast<unsigned>(shape)]);
     HGlobal::executeCommand("vorelCmd -smoothSkinWeights", true, true);
     autoUpdate = wasAutoUpdate;
@@ -177,11 +178,11 @@ void weightTableModel::applySkinPaintSmooth(double value) {
         return;
 
     skinPaintSmoothMode = true;
-    paintSmoothOpacity = value;
-    pendingLockColumns = lockColumns;
-    pendingCells = kept;
-    pendingShapes = shapes;
-    pendingColumn = column;
+    pendingPaintSmoothing.paintSmoothOpacity = value;
+    pendingPaintSmoothing.pendingLockColumns = lockColumns;
+    pendingPaintSmoothing.pendingCells = kept;
+    pendingPaintSmoothing.pendingShapes = shapes;
+    pendingPaintSmoothing.pendingColumn = column;
     HGlobal::executeCommand("vorelCmd -skinPaintSmooth", true, true);
     refreshVertexCells(painted);
     setUpColumn();

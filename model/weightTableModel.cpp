@@ -13,12 +13,11 @@ bool weightTableModel::autoUpdate = false;
 bool weightTableModel::selectionGuard = false;
 
 weightTableModel::weightTableModel(QObject* parent)
-    : QAbstractTableModel(parent), pendingColumn(0), sliderValue(0.0), sliderDelta(0.0),
-      sliderAbsolute(false), floodValue(0.0), paintSmoothOpacity(0.0), precision(3),
-      lastPrecision(3), maxInfluences(4), lastMaxInfluences(4), filterOn(false), hilightOn(false),
-      skinPaintSmoothMode(false), smoothSkinWeightsMode(false), topRightValue(0.0),
-      tableSelection(nullptr), selectionChangedCallbackId(0), sceneOpenedCallbackId(0),
-      undoCallbackId(0), redoCallbackId(0), weightsChangedCallbackId(0), sceneJustOpened(false) {
+    : QAbstractTableModel(parent), precision(3), lastPrecision(3), maxInfluences(4),
+      lastMaxInfluences(4), filterOn(false), hilightOn(false), skinPaintSmoothMode(false),
+      smoothSkinWeightsMode(false), topRightValue(0.0), tableSelection(nullptr),
+      selectionChangedCallbackId(0), sceneOpenedCallbackId(0), undoCallbackId(0), redoCallbackId(0),
+      weightsChangedCallbackId(0), sceneJustOpened(false) {
     selectionChangedCallbackId =
         HEventMessage::addEventCallback("SelectionChanged", selectionChangedCallback, this);
     sceneOpenedCallbackId =

@@ -173,7 +173,6 @@ public:
     const QList<QList<int>>& getLockedCells() const { return lockedCells; }
     int getPrecision() const { return precision; }
     int getMaxInfluences() const { return maxInfluences; }
-    QList<double> getPendingValues() const { return pendingValues; }
     // The request of values for cells, each cell named by identity (cellEntry.cpp).
     CellValuesRequest cellValuesRequest(const QModelIndexList& cells,
                                         const QList<double>& values) const;
@@ -181,17 +180,14 @@ public:
     const LimitRequest& getPendingLimit() const { return pendingLimit; }
     // The typed values or cell drag the next "vorelCmd -setData" or "-dragSlider" performs.
     const CellValuesRequest& getPendingCellValues() const { return pendingCellValues; }
-    QModelIndexList getPendingCells() const { return pendingCells; }
-    QList<int> getPendingRows() const { return pendingRows; }
-    int getPendingColumn() const { return pendingColumn; }
-    QList<int> getPendingShapes() const { return pendingShapes; }
-    double getSliderValue() const { return sliderValue; }
-    double getSliderDelta() const { return sliderDelta; }
-    bool getSliderAbsolute() const { return sliderAbsolute; }
-    double getFloodValue() const { return floodValue; }
-    HString getPendingSmoothCommand() const { return pendingSmoothCommand; }
-    double getPaintSmoothOpacity() const { return paintSmoothOpacity; }
-    QList<int> getPendingLockColumns() const { return pendingLockColumns; }
+    // What the next "vorelCmd" run of each kind performs.
+    const FloodRequest& getPendingFlood() const { return pendingFlood; }
+    const ColumnDragRequest& getPendingColumnDrag() const { return pendingColumnDrag; }
+    const PaintSmoothingRequest& getPendingPaintSmoothing() const { return pendingPaintSmoothing; }
+    const WeightSmoothingRequest& getPendingWeightSmoothing() const {
+        return pendingWeightSmoothing;
+    }
+    const CellValuesRequest& getPendingPaste() const { return pendingPaste; }
     // The value where a slider drag starts: the selected cell's, or the top-right cell's of a
     // selection; relative drags move by the slider's offset from it.
     double getTopRightValue() const { return topRightValue; }
@@ -439,22 +435,16 @@ private:
     WeightRows redoWeightRows;
     WeightRows fullPrecisionRows;
 
-    // Hand-over members, read by the next vorelCmd run.
-    QList<double> pendingValues;
-    QModelIndexList pendingCells;
+    // What the next vorelCmd run of each kind performs (editRequests.h); the rows limited last.
     QList<int> pendingRows;
-    int pendingColumn;
-    QList<int> pendingShapes;
-    double sliderValue;
-    double sliderDelta;
-    bool sliderAbsolute;
-    double floodValue;
-    HString pendingSmoothCommand;
-    double paintSmoothOpacity;
-    QList<int> pendingLockColumns;
     WeightRows pendingRoundedRows;
     CellValuesRequest pendingCellValues;
     LimitRequest pendingLimit;
+    FloodRequest pendingFlood;
+    ColumnDragRequest pendingColumnDrag;
+    PaintSmoothingRequest pendingPaintSmoothing;
+    WeightSmoothingRequest pendingWeightSmoothing;
+    CellValuesRequest pendingPaste;
 
     // Whether every vertex row shows what rebuildWeightRows would, but those listed to be read
     // again; the row at which the rebuild's correction stops (a vertex without weight).

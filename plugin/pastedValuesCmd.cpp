@@ -10,12 +10,10 @@
 
 using namespace commandModelAccess;
 
-bool pastedValuesCmd::prepare(weightTableModel& model) {
+bool pastedValuesCmd::prepare(const CellValuesRequest& request, weightTableModel& model) {
     tableModel = &model;
     rowWrites.clear();
-    const QModelIndexList pasted = model.getPendingCells();
-    const QList<double> values = model.getPendingValues();
-    const WeightRows rows = model.getWeightRows();
+    const QModelIndexList& pasted = request.pendingCells;
     const HObjectArray clusters = model.getSkinClusters();
     const HDagPathArray paths = model.getShapePaths();
     const HDagPathArray influences = model.getInfluencePaths();
@@ -25,20 +23,18 @@ bool pastedValuesCmd::prepare(weightTableModel& model) {
         if (cell.size() == 2)
             lockedCellColumns[cell[0]].append(cell[1]);
     QHash<int, int> writeOfRow;
-    for (int i = 0; i < pasted.size() && i < values.size(); ++i) {
+    for (int i = 0;
+         i < pasted.size() && i < request.pendingValues.size() && i < request.identities.size();
+         ++i) {
         const int r = pasted[i].row();
-        const int shape =
-            r >= 0 && r < rows.size() ? weightRows::shapeOfRow(rows.at(r), paths.length()) : -1;
-        int vertex = 0;
-        if (shape == -1 || !vertexOfRow(model, r, vertex)) {
+        const CellIdentity& identity = request.identities[i];
+        if (identity.shape < 0 || static_cast<unsigned>(identity.shape) >= paths.length() ||
+            identity.vertex < 0) {
             HGlobal::displayInfo("This is not a valid cell to edit.");
             rowWrites.clear();
             return false;
         }
-        const HObject& cluster = clusters[static_cast<unsigned>(shape)];
-        const int influence =
-            model.influenceIndexByName(cluster, columnName(model, pasted[i].column()));
-        if (influence == -1) {
+        if (identity.influence < 0) {
             HGlobal::displayInfo("There is something wrong getting the joint index.");
             rowWrites.clear();
             return false;
@@ -47,18 +43,19 @@ bool pastedValuesCmd::prepare(weightTableModel& model) {
         if (write == -1) {
             write = rowWrites.size();
             writeOfRow.insert(r, write);
+            const unsigned shape = static_cast<unsigned>(identity.shape);
             RowWrite row;
-            row.target.cluster = cluster;
-            row.target.shape = paths[static_cast<unsigned>(shape)];
-            row.target.component = weightWriting::singleVertexComponent(vertex);
-            row.target.influenceCount = influenceCount(cluster);
+            row.target.cluster = clusters[shape];
+            row.target.shape = paths[shape];
+            row.target.component = weightWriting::singleVertexComponent(identity.vertex);
+            row.target.influenceCount = influenceCount(clusters[shape]);
             row.target.lockedInfluences =
                 influencePathNames(influences, lockedCellColumns.value(r));
-            row.target.rows.append(WrittenRow{r, shape, vertex});
+            row.target.rows.append(WrittenRow(r, identity.shape, identity.vertex));
             rowWrites.append(row);
         }
-        rowWrites[write].influences.append(influence);
-        rowWrites[write].values.append(values[i]);
+        rowWrites[write].influences.append(identity.influence);
+        rowWrites[write].values.append(request.pendingValues[i]);
     }
     return !rowWrites.isEmpty();
 }

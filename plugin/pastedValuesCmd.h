@@ -3,7 +3,7 @@
 // keeps exactly the values pasted into it; the row's locked cells are held by temporary locks
 // kept out of the undo queue. Undo writes the rows' previous weights back.
 //
-// prepare() takes the model's pasted cells and values and refuses the whole paste, with a
+// prepare() takes the pasted cells and values by identity and refuses the whole paste, with a
 // message, at the first cell that is no vertex cell or whose influence the row's skin cluster
 // lacks. The model (not owned) is kept for the table's refresh after each redo and undo.
 #pragma once
@@ -14,13 +14,14 @@
 #include "HObject.h"
 #include "HString.h"
 #include "editCommand.h"
+#include "editRequests.h"
 
 #include <QList>
 #include <QVector>
 
 class pastedValuesCmd : public editCommand {
 public:
-    bool prepare(weightTableModel& model);
+    bool prepare(const CellValuesRequest& request, weightTableModel& model);
     HStatus redoIt() override;
     HStatus undoIt() override;
 

@@ -68,8 +68,9 @@ bool shapeWritesCmd::prepareRound(weightTableModel& model) {
 bool shapeWritesCmd::prepareFlood(weightTableModel& model) {
     tableModel = &model;
     shapeWrites.clear();
-    const QList<int> shapes = model.getPendingShapes();
-    const HString influence = columnName(model, model.getPendingColumn());
+    const FloodRequest& request = model.getPendingFlood();
+    const QList<int>& shapes = request.pendingShapes;
+    const HString influence = columnName(model, request.pendingColumn);
     const QVector<QVector<int>> rowsOfShape =
         weightRows::vertexRowsByShape(model.getWeightRows(), model.getShapePaths().length());
     for (int shape : shapes) {
@@ -84,7 +85,7 @@ bool shapeWritesCmd::prepareFlood(weightTableModel& model) {
         // An influence the cluster lacks gives -1: that shape's write fails with the host's status.
         write.influence =
             static_cast<unsigned>(model.influenceIndexByName(write.target.cluster, influence));
-        write.value = model.getFloodValue();
+        write.value = request.floodValue;
         shapeWrites.append(write);
     }
     return !shapeWrites.isEmpty();
@@ -93,7 +94,8 @@ bool shapeWritesCmd::prepareFlood(weightTableModel& model) {
 bool shapeWritesCmd::prepareColumnDrag(weightTableModel& model) {
     tableModel = &model;
     shapeWrites.clear();
-    const int column = model.getPendingColumn();
+    const ColumnDragRequest& request = model.getPendingColumnDrag();
+    const int column = request.pendingColumn;
     const HDagPathArray influencePaths = model.getInfluencePaths();
     if (column < 0 || static_cast<unsigned>(column) >= influencePaths.length())
         return false;
@@ -128,8 +130,7 @@ bool shapeWritesCmd::prepareColumnDrag(weightTableModel& model) {
             const WeightRow& row = rows.at(shapeRows[j].row);
             const double shown = column + 1 < row.size() ? row.at(column + 1) : 0.0;
             write.values[static_cast<unsigned>(j)] = qBound(
-                0.0,
-                model.getSliderAbsolute() ? model.getSliderValue() : shown + model.getSliderDelta(),
+                0.0, request.sliderAbsolute ? request.sliderValue : shown + request.sliderDelta,
                 1.0);
         }
         shapeWrites.append(write);

@@ -51,15 +51,16 @@ bool smoothingCmd::preparePaint(weightTableModel& model) {
     paintedRows.clear();
     if (!model.getSkinPaintSmoothMode())
         return refuseUnprepared();
-    const int column = model.getPendingColumn();
-    const QModelIndexList requested = model.getPendingCells();
-    const QList<int> shapes = model.getPendingShapes();
+    const PaintSmoothingRequest& request = model.getPendingPaintSmoothing();
+    const int column = request.pendingColumn;
+    const QModelIndexList& requested = request.pendingCells;
+    const QList<int>& shapes = request.pendingShapes;
     const WeightRows rows = model.getWeightRows();
     const HObjectArray clusters = model.getSkinClusters();
     const HDagPathArray paths = model.getShapePaths();
     paintRequest.influence = columnName(model, column);
-    paintRequest.opacity = model.getPaintSmoothOpacity();
-    for (int lockColumn : model.getPendingLockColumns())
+    paintRequest.opacity = request.paintSmoothOpacity;
+    for (int lockColumn : request.pendingLockColumns)
         paintRequest.lockInfluences.append(columnName(model, lockColumn));
     // Only cells of the smoothed column with a weight, on one of the handed-over shapes.
     for (const QModelIndex& cell : requested) {
@@ -93,8 +94,8 @@ bool smoothingCmd::prepareWeightSmoothing(weightTableModel& model) {
     painting = false;
     if (!model.getSmoothSkinWeightsMode())
         return refuseUnprepared();
-    smoothCommand = model.getPendingSmoothCommand();
-    handedCells = !model.getPendingCells().isEmpty();
+    smoothCommand = model.getPendingWeightSmoothing().pendingSmoothCommand;
+    handedCells = !model.getPendingWeightSmoothing().pendingCells.isEmpty();
     smoothSelection = selectionCopy();
     return true;
 }

@@ -120,7 +120,7 @@ bool vorelCmd::prepareEdit(const char* name) {
         made = std::move(smoothing);
     } else if (flag == "paste") {
         std::unique_ptr<pastedValuesCmd> paste(new pastedValuesCmd);
-        prepared = paste->prepare(model);
+        prepared = paste->prepare(model.getPendingPaste(), model);
         made = std::move(paste);
     }
     if (prepared)
