@@ -45,7 +45,6 @@ HStatus runPaintSmoothSequence(const PaintSmoothRequest& request, RecordedVertic
         unsigned count = 0;
         HFnSkinCluster(vertex.skinCluster).getWeights(vertex.shapePath, component, weights, count);
         recorded.components.append(component);
-        recorded.shapes.append(vertex.shape);
         recorded.weights.append(weights);
         recorded.influenceCounts.append(static_cast<int>(count));
     }

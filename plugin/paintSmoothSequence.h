@@ -22,7 +22,6 @@
 
 // One vertex to smooth.
 struct PaintSmoothVertex {
-    int shape = -1; // the shape's index among the edit's loaded shapes
     HObject skinCluster;
     HDagPath shapePath;
     HString rowName; // "vtx[N]"
@@ -39,7 +38,6 @@ struct PaintSmoothRequest {
 // weights of all its influences and their count.
 struct RecordedVertices {
     QList<HObject> components;
-    QList<int> shapes;
     QList<HDoubleArray> weights;
     QList<int> influenceCounts;
 };

@@ -73,7 +73,6 @@ bool smoothingCmd::preparePaint(weightTableModel& model) {
             !shapes.contains(shape))
             continue;
         PaintSmoothVertex vertex;
-        vertex.shape = shape;
         vertex.skinCluster = clusters[static_cast<unsigned>(shape)];
         vertex.shapePath = paths[static_cast<unsigned>(shape)];
         vertex.rowName = HQtUtil::toHString(model.headerData(r, Qt::Vertical).toString());
