@@ -85,40 +85,46 @@ void weightTableModel::refreshVertexCells(const QModelIndexList& cells) {
 
 bool weightTableModel::readRowWeights(const QVector<int>& rows,
                                       const RowWeightVisitor& visit) const {
-    // Per shape: its distinct vertices in first-seen order, and per vertex the positions of
-    // `rows` that show it.
+    // Per shape: its distinct vertices in first-seen order. Per vertex read (a slot), the
+    // positions of `rows` that show it, chained: the first, then each one's next (-1 ends).
     struct ShapeRead {
         HIntArray vertices;
         QHash<int, int> slotOfVertex;
-        QVector<QVector<int>> positions;
+        std::vector<int> firstPosition;
+        std::vector<int> lastPosition;
     };
     std::vector<ShapeRead> reads(shapePaths.length());
+    std::vector<int> nextPosition(static_cast<size_t>(rows.size()), -1);
     for (int position = 0; position < rows.size(); ++position) {
         const int row = rows[position];
         const int shape = loadedShapeOfRow(row);
         int vertex = 0;
-        if (shape < 0 || static_cast<unsigned>(row) >= rowNames.length() ||
-            !vertexOfRow(row, vertex))
+        if (shape < 0 || !vertexOfRow(row, vertex))
             return false;
         ShapeRead& read = reads[static_cast<size_t>(shape)];
         auto slot = read.slotOfVertex.constFind(vertex);
         if (slot == read.slotOfVertex.constEnd()) {
-            slot = read.slotOfVertex.insert(vertex, read.positions.size());
+            read.slotOfVertex.insert(vertex, static_cast<int>(read.firstPosition.size()));
             read.vertices.append(vertex);
-            read.positions.append(QVector<int>());
+            read.firstPosition.push_back(position);
+            read.lastPosition.push_back(position);
+        } else {
+            int& last = read.lastPosition[static_cast<size_t>(*slot)];
+            nextPosition[static_cast<size_t>(last)] = position;
+            last = position;
         }
-        read.positions[*slot].append(position);
     }
     for (unsigned shape = 0; shape < shapePaths.length(); ++shape) {
         const ShapeRead& read = reads[shape];
         if (read.vertices.length() == 0)
             continue;
-        const bool complete =
-            weightWriting::readVertexWeights(skinClusters[shape], shapePaths[shape], read.vertices,
-                                             [&](int slot, const double* weights, unsigned count) {
-                                                 for (int position : read.positions[slot])
-                                                     visit(position, weights, count);
-                                             });
+        const bool complete = weightWriting::readVertexWeights(
+            skinClusters[shape], shapePaths[shape], read.vertices,
+            [&](int slot, const double* weights, unsigned count) {
+                for (int position = read.firstPosition[static_cast<size_t>(slot)]; position != -1;
+                     position = nextPosition[static_cast<size_t>(position)])
+                    visit(position, weights, count);
+            });
         if (!complete)
             return false;
     }

@@ -60,7 +60,9 @@ bool weightTableModel::writtenRowHolds(const WrittenRow& written,
 }
 
 void weightTableModel::refreshWrittenRows(const QVector<WrittenRow>& written) {
-    if (!rowsFollowScene || influencePaths.length() == 0) {
+    // Past half the table, reading it whole in one pass costs less than finding the rows.
+    if (!rowsFollowScene || influencePaths.length() == 0 ||
+        written.size() + static_cast<int>(rowsToReread.size()) > weightRows.size() / 2) {
         rebuildWeightRows();
         return;
     }
