@@ -13,6 +13,7 @@
 #include <QMenu>
 #include <QTableView>
 #include <QTest>
+#include <QTimer>
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
@@ -133,7 +134,7 @@ protected:
             QTest::keyClick(focus ? focus : table, Qt::Key_Return);
     }
 
-    // An open context menu takes one of its entries or is closed.
+    // An open menu takes one of its entries or is closed.
     void answerPopup() {
         QWidget* popup = QApplication::activePopupWidget();
         QMenu* menu = qobject_cast<QMenu*>(popup);
@@ -142,6 +143,12 @@ protected:
         if (menu && !menu->actions().isEmpty() && pick(0, 2) != 0) {
             QAction* action = pickOf(menu->actions());
             menu->close();
+            // An entry that asks in a dialog of its own waits there for an answer: the dialog
+            // is closed as soon as its own event loop runs.
+            QTimer::singleShot(0, [] {
+                if (QWidget* modal = QApplication::activeModalWidget())
+                    modal->close();
+            });
             action->trigger();
         } else {
             popup->close();
