@@ -82,6 +82,18 @@ bool limitInfluencesCmd::prepare(const LimitRequest& request, weightTableModel& 
     return true;
 }
 
+int limitInfluencesCmd::influenceToRemove(const ShapeInfluences& shape, int column, bool& missing) {
+    const int influence =
+        column >= 0 && static_cast<size_t>(column) < shape.influenceOfColumn.size()
+            ? shape.influenceOfColumn[static_cast<size_t>(column)]
+            : -1;
+    if (influence == -1) {
+        HGlobal::displayInfo("Could not find the influence.");
+        missing = true;
+    }
+    return influence;
+}
+
 bool limitInfluencesCmd::removeInPlace(OverLimitRow& row, const ShapeInfluences& shape,
                                        double* weights, bool& missing) {
     const unsigned count = static_cast<unsigned>(shape.columnOfInfluence.size());
@@ -112,15 +124,9 @@ bool limitInfluencesCmd::removeInPlace(OverLimitRow& row, const ShapeInfluences&
                 }
             }
         }
-        const int influence =
-            column >= 0 && static_cast<size_t>(column) < shape.influenceOfColumn.size()
-                ? shape.influenceOfColumn[static_cast<size_t>(column)]
-                : -1;
-        if (influence == -1) {
-            HGlobal::displayInfo("Could not find the influence.");
-            missing = true;
+        const int influence = influenceToRemove(shape, column, missing);
+        if (missing)
             return false;
-        }
         // The host's normalised write of 0: the other unlocked weights share what the locked
         // ones leave, in proportion, summed in influence order as the host sums them.
         double lockedSum = 0.0, unlockedSum = 0.0;
@@ -160,15 +166,9 @@ HStatus limitInfluencesCmd::removeOneByOne(OverLimitRow& row, const ShapeInfluen
     HStatus status;
     for (int round = 0; round < row.excess; ++round) {
         const int column = repeating ? row.removed.value(round, -1) : smallestPositive(working) - 1;
-        const int influence =
-            column >= 0 && static_cast<size_t>(column) < shape.influenceOfColumn.size()
-                ? shape.influenceOfColumn[static_cast<size_t>(column)]
-                : -1;
-        if (influence == -1) {
-            HGlobal::displayInfo("Could not find the influence.");
-            missing = true;
+        const int influence = influenceToRemove(shape, column, missing);
+        if (missing)
             return HS::kFailure;
-        }
         if (!repeating)
             row.removed.append(column);
         if (round == 0) {

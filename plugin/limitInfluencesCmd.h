@@ -53,6 +53,9 @@ private:
     };
 
     HStatus writeRows();
+    // The influence whose weight the column shows, to be removed; -1, with `missing` set after
+    // the message, when the column names no influence of the shape's skin cluster.
+    static int influenceToRemove(const ShapeInfluences& shape, int column, bool& missing);
     // Follows the removals of one row on `weights` (the vertex's, in influence order); false
     // when the host's rule for an empty remainder applies, or (after the message) when a
     // column names no influence, with `missing` set.
