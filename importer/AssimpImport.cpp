@@ -225,42 +225,42 @@ FileResult importWithAssimp(const std::string& path, SceneDescription& scene,
 
     Progress progress(reporter);
     progress.stage(0.0, 0.8, "Importing the file");
-    try {
-        Assimp::Importer importer;
-        importer.SetProgressHandler(new ImportProgress(progress)); // the importer owns it
-        // Keep every influence the file lists, even one without weights.
-        importer.SetPropertyBool(AI_CONFIG_IMPORT_REMOVE_EMPTY_BONES, false);
-        importer.SetPropertyBool(AI_CONFIG_IMPORT_FBX_PRESERVE_PIVOTS, false);
-        // Without normals, texture coordinates and colours, vertices split at seams join again.
-        importer.SetPropertyInteger(AI_CONFIG_PP_RVC_FLAGS,
-                                    aiComponent_NORMALS | aiComponent_TANGENTS_AND_BITANGENTS |
-                                        aiComponent_COLORS | aiComponent_TEXCOORDS);
-        const aiScene* imported =
-            importer.ReadFile(path, aiProcess_RemoveComponent | aiProcess_JoinIdenticalVertices |
-                                        aiProcess_ValidateDataStructure);
-        if (progress.cancelled())
-            return FileResult::cancelled(readCancelled(path));
-        if (!imported)
-            return FileResult::failed(readFailure(path, importer.GetErrorString()));
-
-        progress.stage(0.8, 1.0, "Converting the scene");
-        ReadBudget budget(static_cast<std::uint64_t>(info.st_size));
-        AssimpConversion conversion(*imported, budget);
-        SceneDescription converted;
-        std::string problem;
-        if (!conversion.run(converted, problem))
-            return FileResult::failed(readFailure(path, problem));
-        scene = std::move(converted);
-        progress.step(1, 1);
-        FileResult result = FileResult::done();
-        if (conversion.skippedFaces() > 0)
-            result.warnings.push_back(std::to_string(conversion.skippedFaces()) +
-                                      " points and lines of \"" + path +
-                                      "\" were left out; only polygons are read.");
-        return result;
-    } catch (const std::bad_alloc&) {
-        return FileResult::failed(readFailure(path, "there is not enough memory for it"));
+    Assimp::Importer importer;
+    importer.SetProgressHandler(new ImportProgress(progress)); // the importer owns it
+    // Keep every influence the file lists, even one without weights.
+    importer.SetPropertyBool(AI_CONFIG_IMPORT_REMOVE_EMPTY_BONES, false);
+    importer.SetPropertyBool(AI_CONFIG_IMPORT_FBX_PRESERVE_PIVOTS, false);
+    // Without normals, texture coordinates and colours, vertices split at seams join again.
+    importer.SetPropertyInteger(AI_CONFIG_PP_RVC_FLAGS,
+                                aiComponent_NORMALS | aiComponent_TANGENTS_AND_BITANGENTS |
+                                    aiComponent_COLORS | aiComponent_TEXCOORDS);
+    const aiScene* imported =
+        importer.ReadFile(path, aiProcess_RemoveComponent | aiProcess_JoinIdenticalVertices |
+                                    aiProcess_ValidateDataStructure);
+    if (progress.cancelled())
+        return FileResult::cancelled(readCancelled(path));
+    if (!imported) {
+        // The library catches its own allocation failures and reports them as text.
+        if (std::string(importer.GetErrorString()) == std::bad_alloc().what())
+            throw std::bad_alloc();
+        return FileResult::failed(readFailure(path, importer.GetErrorString()));
     }
+
+    progress.stage(0.8, 1.0, "Converting the scene");
+    ReadBudget budget(static_cast<std::uint64_t>(info.st_size));
+    AssimpConversion conversion(*imported, budget);
+    SceneDescription converted;
+    std::string problem;
+    if (!conversion.run(converted, problem))
+        return FileResult::failed(readFailure(path, problem));
+    scene = std::move(converted);
+    progress.step(1, 1);
+    FileResult result = FileResult::done();
+    if (conversion.skippedFaces() > 0)
+        result.warnings.push_back(std::to_string(conversion.skippedFaces()) +
+                                  " points and lines of \"" + path +
+                                  "\" were left out; only polygons are read.");
+    return result;
 }
 
 } // namespace runtime

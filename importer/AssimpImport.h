@@ -12,6 +12,8 @@
 //
 // The file is untrusted: whatever the library refuses, and whatever it returns that is out of
 // range or out of proportion, fails with a message naming the file; `scene` is then untouched.
+// Running out of memory, in the library or in the conversion, throws std::bad_alloc: the
+// importer program ends on it.
 #pragma once
 
 #include "files/FileResult.h"

@@ -118,12 +118,12 @@ FileResult SceneDocument::exportAll(const std::string& path, ProgressReporter& r
 }
 
 FileResult SceneDocument::readInto(const std::string& path, Scene& staging, SceneOrigins* origins,
-                                   ProgressReporter& reporter) const {
+                                   ProgressReporter& reporter) {
     if (isNative(path))
         return readNativeScene(path, staging, reporter);
     SceneDescription description;
     ProgressPart reading(reporter, 0.0, 0.8);
-    FileResult result = readSceneFile(path, description, reading);
+    FileResult result = readSceneFile(path, description, reading, &m_importer);
     if (!result.ok())
         return result;
     ProgressPart building(reporter, 0.8, 1.0);

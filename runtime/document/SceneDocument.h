@@ -15,12 +15,14 @@
 // taken) and fires "SceneOpened" when the scene was empty. Saving writes atomically, clears the
 // modified mark and fires "SceneSaved"; exporting writes the scene elsewhere and changes
 // nothing. A scene opened from glTF keeps the document it came from until another is opened,
-// so that saving it as glTF changes only what was edited.
+// so that saving it as glTF changes only what was edited. The document owns the host's import
+// helper, and with it the importer kept started for the next import (files/ImportHelper.h).
 #pragma once
 
 #include "core/HostContext.h"
 #include "document/SceneOrigins.h"
 #include "files/FileResult.h"
+#include "files/ImportHelper.h"
 #include "files/ProgressReporter.h"
 #include "scene/Node.h"
 
@@ -56,13 +58,14 @@ public:
 private:
     // Reads the file into staging; with origins, records where the nodes came from.
     FileResult readInto(const std::string& path, Scene& staging, SceneOrigins* origins,
-                        ProgressReporter& reporter) const;
+                        ProgressReporter& reporter);
     FileResult write(const std::string& path, ProgressReporter& reporter) const;
     void sceneReplaced();
 
     Scene& m_scene;
     std::string m_name;
     SceneOrigins m_origins;
+    ImportHelper m_importer;
 };
 
 SceneDocument& sceneDocument();

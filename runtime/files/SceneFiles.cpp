@@ -34,11 +34,12 @@ bool writesSceneFile(const std::string& path) {
 }
 
 FileResult readSceneFile(const std::string& path, SceneDescription& scene,
-                         ProgressReporter& reporter) {
+                         ProgressReporter& reporter, ImportHelper* importer) {
     if (isGltf(path))
         return readGltf(path, scene, reporter);
     if (importsExtension(extensionOf(path)))
-        return importWithHelper(path, scene, reporter);
+        return importer ? importer->import(path, scene, reporter)
+                        : importWithHelper(path, scene, reporter);
     return FileResult::failed(readFailure(path, unknownFormat()));
 }
 

@@ -20,8 +20,13 @@ namespace runtime {
 bool readsSceneFile(const std::string& path);
 bool writesSceneFile(const std::string& path);
 
+class ImportHelper;
+
+// Files read through the importer use `importer` when given (and its spare), else an importer
+// started for this file alone.
 FileResult readSceneFile(const std::string& path, SceneDescription& scene,
-                         ProgressReporter& reporter = ProgressReporter::silent());
+                         ProgressReporter& reporter = ProgressReporter::silent(),
+                         ImportHelper* importer = nullptr);
 FileResult writeSceneFile(const SceneDescription& scene, const std::string& path,
                           ProgressReporter& reporter = ProgressReporter::silent());
 

@@ -1,5 +1,6 @@
-// A stand-in for the importer program that fails the way a broken import library would, chosen
-// by $FAILING_IMPORTER: "crash" aborts after some progress, "hang" reports progress and then
+// A stand-in for the importer program that fails the way a broken import library would, once it
+// has its request (it reads its input to the end first, as the importer does), chosen by
+// $FAILING_IMPORTER: "crash" aborts after some progress, "hang" reports progress and then
 // never ends, "cut" sends half a reply and exits cleanly, "garbage" sends bytes that are no
 // reply at all.
 #include "files/ImportStream.h"
@@ -19,6 +20,9 @@ void send(const std::string& bytes) {
 } // namespace
 
 int main() {
+    char buffer[4096];
+    while (read(STDIN_FILENO, buffer, sizeof buffer) > 0) {
+    }
     const char* chosen = std::getenv("FAILING_IMPORTER");
     const std::string how = chosen ? chosen : "crash";
     if (how == "garbage") {
