@@ -4,7 +4,15 @@
 #include "files/SceneFiles.h"
 #include "gltfTestFiles.h"
 
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+extern char** environ;
 
 using namespace runtime;
 
@@ -77,5 +85,76 @@ TEST(ImporterFailures, TheMemoryLimitStopsAnImportThatNeedsMore) {
     SceneDescription scene = oneNode();
     const FileResult result = readSceneFile(model, scene);
     EXPECT_EQ(result.outcome, FileResult::Outcome::kFailed);
+    EXPECT_EQ(result.message, "Cannot read \"" + model + "\": the importer stopped unexpectedly.");
     EXPECT_EQ(scene.nodes.size(), 1u);
+}
+
+TEST(ImporterSpare, ASpareStartedUnderOtherSettingsIsNotUsed) {
+    const std::string model = filetest::importModelPath("X/Testwuson.X");
+    ImportHelper helper;
+    SceneDescription scene;
+    ASSERT_TRUE(helper.import(model, scene).ok());
+    ASSERT_GT(helper.spareProcess(), 0);
+    {
+        const filetest::FailingImporter importer("crash");
+        SceneDescription kept = oneNode();
+        EXPECT_EQ(helper.import(model, kept).message,
+                  "Cannot read \"" + model + "\": the importer stopped unexpectedly.");
+        EXPECT_EQ(kept.nodes.size(), 1u);
+    }
+    // The spare started under the failing importer is not used either, now that it is gone.
+    SceneDescription again;
+    ASSERT_TRUE(helper.import(model, again).ok());
+    EXPECT_EQ(again.nodes.size(), scene.nodes.size());
+}
+
+TEST(ImporterSpare, ASpareThatDiedBeforeUseStillGivesAGoodImport) {
+    const std::string model = filetest::importModelPath("FBX/huesitos.fbx");
+    ImportHelper helper;
+    SceneDescription first;
+    ASSERT_TRUE(helper.import(model, first).ok());
+    const pid_t spare = helper.spareProcess();
+    ASSERT_GT(spare, 0);
+    ASSERT_EQ(kill(spare, SIGKILL), 0);
+    SceneDescription second;
+    const FileResult result = helper.import(model, second);
+    EXPECT_TRUE(result.ok()) << result.message;
+    EXPECT_EQ(second.nodes.size(), first.nodes.size());
+    EXPECT_EQ(second.skins.size(), first.skins.size());
+    EXPECT_NE(helper.spareProcess(), spare);
+}
+
+TEST(ImporterSpare, TheSpareEndsWithItsOwner) {
+    const std::string model = filetest::importModelPath("X/Testwuson.X");
+    pid_t spare = -1;
+    {
+        ImportHelper helper;
+        SceneDescription scene;
+        ASSERT_TRUE(helper.import(model, scene).ok());
+        spare = helper.spareProcess();
+        ASSERT_GT(spare, 0);
+    }
+    // Reaped, not only stopped: no process, not even a zombie, has the id any more.
+    EXPECT_EQ(kill(spare, 0), -1);
+    EXPECT_EQ(errno, ESRCH);
+}
+
+TEST(ImporterSpare, AnImporterWhoseInputClosesWithoutARequestEnds) {
+    char self[4096];
+    const ssize_t length = readlink("/proc/self/exe", self, sizeof self - 1);
+    ASSERT_GT(length, 0);
+    std::string program(self, static_cast<std::size_t>(length));
+    program = program.substr(0, program.rfind('/')) + "/vorel-import";
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    char* arguments[] = {program.data(), nullptr};
+    pid_t child = 0;
+    ASSERT_EQ(posix_spawn(&child, program.c_str(), &actions, nullptr, arguments, environ), 0);
+    posix_spawn_file_actions_destroy(&actions);
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 0);
 }
