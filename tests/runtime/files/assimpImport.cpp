@@ -110,3 +110,35 @@ TEST(AssimpImport, BrokenOrUnknownFilesAreRefused) {
     EXPECT_TRUE(writesSceneFile("a.GLB"));
     EXPECT_FALSE(writesSceneFile("a.dae"));
 }
+
+TEST(AssimpImport, BindMatricesThatAreNotFiniteAreRefused) {
+    // One triangle skinned to one joint, whose offset matrix starts with the given number.
+    const auto skinnedTriangle = [](const std::string& first) {
+        const std::string identity =
+            "1.0,0.0,0.0,0.0,0.0,1.0,0.0,0.0,0.0,0.0,1.0,0.0,0.0,0.0,0.0,1.0;;";
+        return "xof 0303txt 0032\n"
+               "Frame Root {\n FrameTransformMatrix { " +
+               identity + " }\n Frame Bone { FrameTransformMatrix { " + identity +
+               " } }\n Mesh Tri {\n  3; 0.0;0.0;0.0;, 1.0;0.0;0.0;, 0.0;1.0;0.0;;\n"
+               "  1; 3;0,1,2;;\n  XSkinMeshHeader { 1; 1; 1; }\n"
+               "  SkinWeights { \"Bone\"; 3; 0,1,2; 1.0,1.0,1.0; " +
+               first + identity.substr(3) + " }\n }\n}\n";
+    };
+    QTemporaryDir folder;
+    const std::string good = folder.filePath("good.x").toStdString();
+    filetest::writeBytes(good, skinnedTriangle("1.0"));
+    SceneDescription scene;
+    ASSERT_TRUE(readSceneFile(good, scene).ok());
+    ASSERT_EQ(scene.skins.size(), 1u);
+    for (const char* number : {"nan", "inf", "-inf"}) {
+        SCOPED_TRACE(number);
+        const std::string bad = folder.filePath("bad.x").toStdString();
+        filetest::writeBytes(bad, skinnedTriangle(number));
+        SceneDescription kept;
+        kept.nodes.resize(1);
+        EXPECT_EQ(readSceneFile(bad, kept).message,
+                  "Cannot read \"" + bad +
+                      "\": skin 0 has an inverse bind matrix that is not finite.");
+        EXPECT_EQ(kept.nodes.size(), 1u);
+    }
+}
