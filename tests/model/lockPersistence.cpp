@@ -5,7 +5,6 @@
 #include "HFnDependencyNode.h"
 #include "HFnStringArrayData.h"
 #include "HPlug.h"
-#include "HSelectionList.h"
 #include "OutputRecorder.h"
 #include "vorelSession.h"
 
@@ -23,20 +22,6 @@ protected:
         body = vorel::makeMesh(16, 3, 3);
     }
 
-    // As a saved scene holds a joint lock: its path stored on the cluster and the joint
-    // locked in the host (paths of no joint are only stored).
-    static void storeJointLocks(const fixture::SkinnedMesh& mesh,
-                                const std::vector<HString>& paths) {
-        HStringArray names;
-        for (const HString& path : paths) {
-            names.append(path);
-            HSelectionList joint;
-            if (joint.add(path))
-                vorel::run(std::string("setAttr ") + path.asChar() + ".lockInfluenceWeights 1");
-        }
-        HPlug plug = HFnDependencyNode(mesh.clusterObject()).findPlug("lockedJointNames");
-        ASSERT_TRUE(plug.setValue(HFnStringArrayData().create(names)));
-    }
     static void storeVertexLock(const fixture::SkinnedMesh& mesh, unsigned vertex) {
         HPlug plug = HFnDependencyNode(mesh.clusterObject()).findPlug("lockedVertexIndices");
         ASSERT_TRUE(plug.elementByLogicalIndex(vertex).setBool(true));
@@ -50,9 +35,6 @@ protected:
         ASSERT_TRUE(joints.elementByLogicalIndex(joints.numElements()).setString(path));
     }
 
-    bool editable(int row, int column) const {
-        return model->flags(model->index(row, column)) & Qt::ItemIsEditable;
-    }
     // The table rows whose vertex is shown locked.
     std::vector<int> lockedRows() const {
         std::vector<int> rows;
@@ -95,14 +77,21 @@ TEST_F(LockPersistence, StoredJointLockLocksTheColumnOfEveryMeshWithThatInfluenc
     runtime::NodePtr armJoint = scene().createNode("joint", "armJoint");
     fixture::SkinnedMesh arm = vorel::bindMesh("arm", {armJoint, body.joints[1]}, {{0.5, 0.5}});
     selectAndLoad("body arm");
-    storeJointLocks(body, {body.jointPath(1).fullPathName(), "|gone"});
-    storeJointLocks(arm, {body.jointPath(1).fullPathName()});
+    vorel::storeJointLocks(body, {body.jointPath(1).fullPathName(), "|gone"});
+    vorel::storeJointLocks(arm, {body.jointPath(1).fullPathName()});
 
     selectAndLoad("arm");
     EXPECT_EQ(columnNames(), (QStringList{"armJoint", "bodyJoint2"}));
+    // Gray with black text and not editable, header and cells; the free column keeps its look.
     EXPECT_FALSE(editable(1, 1));
-    EXPECT_TRUE(editable(1, 0));
+    EXPECT_EQ(cellData(1, 1, Qt::BackgroundRole).value<QColor>(), QColor(Qt::gray));
+    EXPECT_EQ(cellData(1, 1, Qt::ForegroundRole).value<QColor>(), QColor(Qt::black));
     EXPECT_EQ(columnHeader(1, Qt::BackgroundRole).value<QColor>(), QColor(Qt::gray));
+    EXPECT_EQ(columnHeader(1, Qt::ForegroundRole).value<QColor>(), QColor(Qt::black));
+    EXPECT_TRUE(editable(1, 0));
+    EXPECT_EQ(cellData(1, 0, Qt::BackgroundRole).value<QColor>(), QColor(Qt::darkCyan));
+    EXPECT_FALSE(cellData(1, 0, Qt::ForegroundRole).isValid());
+    EXPECT_FALSE(columnHeader(0, Qt::BackgroundRole).isValid());
 
     selectAndLoad("body");
     EXPECT_FALSE(editable(1, 1));

@@ -109,8 +109,7 @@ TEST_F(MaximumInfluences, LockedWeightTooSmallToShowStillRefusesItsRow) {
     selectAndLoad("body.vtx[0]");
     vorel::enter(controls->precisionEdit, "0.1");
     ASSERT_EQ(cellText(1, 0), "0.0");
-    selectCells({{1, 0}});
-    QMetaObject::invokeMethod(model, "lockCell");
+    lockCell({1, 0});
     table->clearSelection();
 
     OutputRecorder output;

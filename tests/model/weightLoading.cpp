@@ -24,43 +24,37 @@ protected:
                           {{0.5, 0.3, 0.2}, {0.1, 0.6, 0.3}, {0.0, 0.0, 1.0}, {0.25, 0.25, 0.5}});
     }
 
-    QStringList rowTexts(int row) const {
-        QStringList texts;
-        for (int column = 0; column < model->columnCount(); ++column)
-            texts.append(cellText(row, column));
-        return texts;
-    }
-
     fixture::SkinnedMesh body;
 };
 
 } // namespace
 
-TEST_F(Loading, WholeMeshGivesItsHeaderRowThenEveryVertexInIndexOrder) {
-    selectAndLoad("body");
-    EXPECT_EQ(rowNames(), (QStringList{"bodyShape", "vtx[0]", "vtx[1]", "vtx[2]", "vtx[3]"}));
-    EXPECT_EQ(columnNames(), (QStringList{"bodyJoint1", "bodyJoint2", "bodyJoint3"}));
-    EXPECT_EQ(rowTexts(0), (QStringList{"", "", ""}));
-    EXPECT_EQ(rowTexts(1), (QStringList{"0.500", "0.300", "0.200"}));
-    EXPECT_EQ(rowTexts(3), (QStringList{"0.000", "0.000", "1.000"}));
-    EXPECT_EQ(rowTexts(4), (QStringList{"0.250", "0.250", "0.500"}));
-}
-
-TEST_F(Loading, TransformAndShapeLoadTheSameRows) {
-    selectAndLoad("body");
-    const QStringList names = rowNames();
-    const QStringList lastRow = rowTexts(4);
-    selectAndLoad("bodyShape");
-    EXPECT_EQ(rowNames(), names);
-    EXPECT_EQ(rowTexts(4), lastRow);
-}
-
-TEST_F(Loading, SelectedVerticesKeepTheOrderTheHostListsThem) {
-    selectAndLoad("body.vtx[3] body.vtx[0] body.vtx[2]");
-    EXPECT_EQ(rowNames(), (QStringList{"bodyShape", "vtx[3]", "vtx[0]", "vtx[2]"}));
-    EXPECT_EQ(rowTexts(1), (QStringList{"0.250", "0.250", "0.500"}));
-    EXPECT_EQ(rowTexts(2), (QStringList{"0.500", "0.300", "0.200"}));
-    EXPECT_EQ(rowTexts(3), (QStringList{"0.000", "0.000", "1.000"}));
+// The transform and the shape load the whole mesh in index order, selected vertices load in
+// the order the host lists them; the header row comes first and shows no weights.
+TEST_F(Loading, RowsFollowTheSelectionUnderTheirShapesHeaderRow) {
+    const QStringList first{"0.500", "0.300", "0.200"};
+    const QStringList third{"0.000", "0.000", "1.000"};
+    const QStringList fourth{"0.250", "0.250", "0.500"};
+    const QStringList whole{"bodyShape", "vtx[0]", "vtx[1]", "vtx[2]", "vtx[3]"};
+    const struct {
+        const char* items;
+        QStringList rows;
+        std::vector<std::pair<int, QStringList>> texts;
+    } cases[] = {
+        {"body", whole, {{0, {"", "", ""}}, {1, first}, {3, third}, {4, fourth}}},
+        {"bodyShape", whole, {{1, first}, {4, fourth}}},
+        {"body.vtx[3] body.vtx[0] body.vtx[2]",
+         {"bodyShape", "vtx[3]", "vtx[0]", "vtx[2]"},
+         {{1, fourth}, {2, first}, {3, third}}},
+    };
+    for (const auto& loaded : cases) {
+        SCOPED_TRACE(loaded.items);
+        selectAndLoad(loaded.items);
+        EXPECT_EQ(rowNames(), loaded.rows);
+        EXPECT_EQ(columnNames(), (QStringList{"bodyJoint1", "bodyJoint2", "bodyJoint3"}));
+        for (const auto& [row, texts] : loaded.texts)
+            EXPECT_EQ(rowTexts(row), texts) << row;
+    }
 }
 
 TEST_F(Loading, SharedInfluencesShareOneColumnAndMissingOnesStayBlank) {
@@ -88,21 +82,18 @@ TEST_F(Loading, VertexThatDoesNotSumToOneMarksItsShapeRow) {
     EXPECT_FALSE(rowHeader(5, Qt::BackgroundRole).isValid());
 }
 
-TEST_F(Loading, NothingSelectedEmptiesTheTable) {
-    selectAndLoad("body");
-    ASSERT_TRUE(run("select -cl"));
-    clickButton("LoadComponent");
-    EXPECT_EQ(model->rowCount(), 0);
-    EXPECT_EQ(model->columnCount(), 0);
-}
-
-TEST_F(Loading, AutomaticUpdatingKeepsTheTableWhenNothingIsSelected) {
+// Automatic updating keeps the table when nothing is selected; without it the table empties.
+TEST_F(Loading, NothingSelectedEmptiesTheTableUnlessUpdatingAutomatically) {
     selectAndLoad("body.vtx[1]");
     QMetaObject::invokeMethod(model, "setAutoUpdate", Q_ARG(bool, true));
     ASSERT_TRUE(run("select -cl"));
     clickButton("LoadComponent");
     EXPECT_EQ(rowNames(), (QStringList{"bodyShape", "vtx[1]"}));
     EXPECT_EQ(rowTexts(1), (QStringList{"0.100", "0.600", "0.300"}));
+    QMetaObject::invokeMethod(model, "setAutoUpdate", Q_ARG(bool, false));
+    clickButton("LoadComponent");
+    EXPECT_EQ(model->rowCount(), 0);
+    EXPECT_EQ(model->columnCount(), 0);
 }
 
 TEST_F(Loading, MeshesWithoutSkinAndComponentsOtherThanVerticesAreSkipped) {

@@ -1,4 +1,5 @@
-// Loading and unloading the plug-in, and vorelCmd's syntax and window.
+// Loading and unloading the plug-in, vorelCmd's syntax and window, and what its flags do when
+// run by hand with nothing prepared.
 #include "HGlobal.h"
 #include "HQtUtil.h"
 #include "HSelectionList.h"
@@ -24,12 +25,27 @@ HStringArray commandsOfVorel() {
 
 } // namespace
 
+// The window's own edit command objects are no host commands: every edit runs through vorelCmd.
 TEST_F(PluginLifetime, LoadingRegistersOnlyVorelCmdAndOpensNoWindow) {
     ASSERT_TRUE(loadPlugin());
     HStringArray names = commandsOfVorel();
     ASSERT_EQ(names.length(), 1u);
     EXPECT_EQ(names[0], "vorelCmd");
     EXPECT_TRUE(vorelWindows().isEmpty());
+    OutputRecorder output;
+    EXPECT_FALSE(run("setCellDataCmd"));
+    EXPECT_EQ(output.texts(HCommandMessage::kError),
+              std::vector<std::string>{"Cannot find procedure \"setCellDataCmd\"."});
+
+    // A flag needs the window the run without flags opens.
+    output.clear();
+    EXPECT_FALSE(run("vorelCmd -setData"));
+    EXPECT_EQ(output.texts(HCommandMessage::kError),
+              std::vector<std::string>{
+                  "The Vorel window is not open. Run vorelCmd without flags first."});
+    EXPECT_TRUE(vorelWindows().isEmpty());
+    ASSERT_TRUE(unloadPlugin());
+    EXPECT_EQ(commandsOfVorel().length(), 0u);
 }
 
 TEST_F(PluginLifetime, RunningWithoutFlagsOpensOneWindowUnderTheMainWindow) {
@@ -61,16 +77,26 @@ TEST_F(PluginLifetime, ReopenedWindowKeepsItsTable) {
     EXPECT_EQ(model->rowCount(), rows);
 }
 
-TEST_F(PluginLifetime, UnloadingDeletesTheWindowAndStopsFollowingTheScene) {
+TEST_F(PluginLifetime, UnloadingDeletesTheWindowClearsItsHiliteAndStopsFollowingTheScene) {
     fixture::makeSkinnedMesh();
     ASSERT_TRUE(loadPlugin());
     openWindow();
+    HSelectionList hilite;
+    ASSERT_TRUE(hilite.add("body"));
+    ASSERT_TRUE(HGlobal::setHiliteList(hilite));
     QPointer<QMainWindow> closedWindow = window;
     QPointer<QAbstractItemModel> closedModel = model;
     ASSERT_TRUE(unloadPlugin());
     EXPECT_TRUE(closedWindow.isNull());
     EXPECT_TRUE(closedModel.isNull());
     EXPECT_EQ(commandsOfVorel().length(), 0u);
+    HSelectionList after;
+    HGlobal::getHiliteList(after);
+    EXPECT_TRUE(after.isEmpty());
+    OutputRecorder output;
+    EXPECT_FALSE(run("vorelCmd"));
+    EXPECT_EQ(output.texts(HCommandMessage::kError),
+              std::vector<std::string>{"Cannot find procedure \"vorelCmd\"."});
 
     // The model's scene callbacks went with it: a selection change reaches no deleted model.
     EXPECT_TRUE(run("select -r body"));
@@ -79,29 +105,6 @@ TEST_F(PluginLifetime, UnloadingDeletesTheWindowAndStopsFollowingTheScene) {
     openWindow();
     EXPECT_FALSE(window == nullptr);
     EXPECT_EQ(model->rowCount(), 0);
-}
-
-TEST_F(PluginLifetime, UnloadingWithoutAWindowOnlyRemovesTheCommand) {
-    ASSERT_TRUE(loadPlugin());
-    ASSERT_TRUE(unloadPlugin());
-    OutputRecorder output;
-    EXPECT_FALSE(run("vorelCmd"));
-    EXPECT_EQ(output.texts(HCommandMessage::kError),
-              std::vector<std::string>{"Cannot find procedure \"vorelCmd\"."});
-    EXPECT_TRUE(vorelWindows().isEmpty());
-}
-
-TEST_F(PluginLifetime, UnloadingClearsTheHiliteTheWindowMade) {
-    fixture::makeSkinnedMesh();
-    ASSERT_TRUE(loadPlugin());
-    openWindow();
-    HSelectionList hilite;
-    ASSERT_TRUE(hilite.add("body"));
-    ASSERT_TRUE(HGlobal::setHiliteList(hilite));
-    ASSERT_TRUE(unloadPlugin());
-    HSelectionList after;
-    HGlobal::getHiliteList(after);
-    EXPECT_TRUE(after.isEmpty());
 }
 
 using VorelCommand = vorel::VorelWindowTest;
@@ -123,12 +126,21 @@ TEST_F(VorelCommand, RefusesQueryEditAndUnknownFlags) {
                                         "vorelCmd: Invalid flag: -bogus"}));
 }
 
-TEST_F(PluginLifetime, EditFlagBeforeTheWindowExistsIsRefused) {
-    ASSERT_TRUE(loadPlugin());
+TEST_F(VorelCommand, SetDataWithNothingPreparedSucceedsSilently) {
+    fixture::SkinnedMesh body = vorel::makeMesh(4, 3, 3);
+    selectAndLoad("body");
+    const std::vector<double> before = vorel::weightsOf(body, 0);
     OutputRecorder output;
-    EXPECT_FALSE(run("vorelCmd -setData"));
-    EXPECT_EQ(output.texts(HCommandMessage::kError),
-              std::vector<std::string>{
-                  "The Vorel window is not open. Run vorelCmd without flags first."});
-    EXPECT_TRUE(vorelWindows().isEmpty());
+    EXPECT_TRUE(run("vorelCmd -setData"));
+    EXPECT_TRUE(output.lines().empty());
+    EXPECT_EQ(vorel::weightsOf(body, 0), before);
+}
+
+TEST_F(VorelCommand, SmoothingFlagsRunByHandAskForAReload) {
+    OutputRecorder output;
+    EXPECT_TRUE(run("vorelCmd -skinPaintSmooth"));
+    EXPECT_TRUE(run("vorelCmd -smoothSkinWeights"));
+    const std::string reload = "Data was not set up properly before executing this command. "
+                               "Please reload data into vorel.";
+    EXPECT_EQ(output.texts(HCommandMessage::kInfo), (std::vector<std::string>{reload, reload}));
 }

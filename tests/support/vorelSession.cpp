@@ -1,10 +1,14 @@
 #include "vorelSession.h"
 
 #include "HDoubleArray.h"
+#include "HFnDependencyNode.h"
 #include "HFnSkinCluster.h"
+#include "HFnStringArrayData.h"
 #include "HGlobal.h"
 #include "HIntArray.h"
+#include "HPlug.h"
 #include "HQtUtil.h"
+#include "HSelectionList.h"
 #include "scene/MeshPrimitives.h"
 #include "scene/SkinBinding.h"
 
@@ -79,6 +83,24 @@ std::vector<double> weightsOf(const fixture::SkinnedMesh& mesh, int vertex) {
     HFnSkinCluster(mesh.clusterObject())
         .getWeights(mesh.shapePath(), fixture::vertexComponent({vertex}), weights, count);
     return std::vector<double>(weights.begin(), weights.end());
+}
+
+void storeJointLocks(const fixture::SkinnedMesh& mesh, const std::vector<HString>& paths) {
+    HStringArray names;
+    for (const HString& path : paths) {
+        names.append(path);
+        HSelectionList joint;
+        if (joint.add(path))
+            run(std::string("setAttr ") + path.asChar() + ".lockInfluenceWeights 1");
+    }
+    HPlug plug = HFnDependencyNode(mesh.clusterObject()).findPlug("lockedJointNames");
+    ASSERT_TRUE(plug.setValue(HFnStringArrayData().create(names)));
+}
+
+bool hostLocked(const fixture::SkinnedMesh& mesh, size_t joint) {
+    return HFnDependencyNode(fixture::objectOf(mesh.joints[joint]))
+               .findPlug("lockInfluenceWeights")
+               .asInt() != 0;
 }
 
 void VorelSession::TearDown() {
@@ -163,6 +185,17 @@ QString VorelWindowTest::cellText(int row, int column) const {
     return cellData(row, column, Qt::DisplayRole).toString();
 }
 
+QStringList VorelWindowTest::rowTexts(int row) const {
+    QStringList texts;
+    for (int column = 0; column < model->columnCount(); ++column)
+        texts.append(cellText(row, column));
+    return texts;
+}
+
+bool VorelWindowTest::editable(int row, int column) const {
+    return model->flags(model->index(row, column)) & Qt::ItemIsEditable;
+}
+
 QVariant VorelWindowTest::rowHeader(int row, int role) const {
     return model->headerData(row, Qt::Vertical, role);
 }
@@ -207,6 +240,11 @@ void VorelWindowTest::clickColumnHeader(int column) {
     const QPoint centre(header.sectionViewportPosition(column) + header.sectionSize(column) / 2,
                         header.height() / 2);
     QTest::mouseClick(header.viewport(), Qt::LeftButton, Qt::NoModifier, centre);
+}
+
+void VorelWindowTest::lockCell(std::pair<int, int> cell) {
+    selectCells({cell});
+    QMetaObject::invokeMethod(model, "lockCell");
 }
 
 void VorelWindowTest::typeIntoCell(std::pair<int, int> cell, const QString& text) {

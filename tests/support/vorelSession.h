@@ -39,6 +39,11 @@ fixture::SkinnedMesh bindMesh(const std::string& name, const std::vector<runtime
                               const std::vector<std::vector<double>>& rows);
 // The weights of one vertex as the skin cluster holds them, in influence order.
 std::vector<double> weightsOf(const fixture::SkinnedMesh& mesh, int vertex);
+// Joint locks as a saved scene holds them: the paths stored on the mesh's skin cluster, and
+// each path that names a joint locked in the host.
+void storeJointLocks(const fixture::SkinnedMesh& mesh, const std::vector<HString>& paths);
+// The host's own lock of one of the mesh's joints.
+bool hostLocked(const fixture::SkinnedMesh& mesh, size_t joint);
 
 class VorelSession : public fixture::FreshScene {
 protected:
@@ -71,6 +76,9 @@ protected:
     void clickButton(const QString& name);
 
     QString cellText(int row, int column) const;
+    // The texts of every cell of a row.
+    QStringList rowTexts(int row) const;
+    bool editable(int row, int column) const;
     QVariant cellData(int row, int column, int role) const;
     QVariant rowHeader(int row, int role) const;
     QVariant columnHeader(int column, int role) const;
@@ -81,6 +89,8 @@ protected:
     // Clicks a cell, or the header of a column (which selects the whole column), as a user does.
     void clickCell(int row, int column);
     void clickColumnHeader(int column);
+    // Selects the cell and locks it as the table's context menu does.
+    void lockCell(std::pair<int, int> cell);
     // Opens the table's editor on `cell` (the selection stays), types `text` and presses
     // Return, as a user typing into a cell does.
     void typeIntoCell(std::pair<int, int> cell, const QString& text);

@@ -61,8 +61,7 @@ TEST_F(TableKeys, EntryKeyOpensAnEditorWhoseTextGoesToEverySelectedCell) {
 
 TEST_F(TableKeys, EntryKeyOpensOneEditorOnTheFirstEditableSelectedCell) {
     vorel::QtWarningCatcher warnings;
-    selectCells({{1, 0}});
-    QMetaObject::invokeMethod(model, "lockCell");
+    lockCell({1, 0});
     selectCells({{1, 0}, {2, 1}, {3, 1}});
     press(Qt::Key_5);
     EXPECT_EQ(openEditors(), 1);
