@@ -107,10 +107,12 @@ TEST_F(TableUndoCopies, KeyboardUndoAfterOpeningASceneShowsNothingOfTheOldOne) {
 TEST_F(TableUndoCopies, KeyboardUndoOfALoadBringsThePreviousTableBackWhole) {
     selectAndLoad("body.vtx[3]");
     const QStringList first = rowNames();
+    const QStringList columns = columnNames();
     const QString shown = cellText(1, 2);
     selectAndLoad("arm");
     vorel::undoKey(table);
     EXPECT_EQ(rowNames(), first);
+    EXPECT_EQ(columnNames(), columns);
     EXPECT_EQ(cellText(1, 2), shown);
     // The table that came back is edited as any other.
     selectCells({{1, 0}});

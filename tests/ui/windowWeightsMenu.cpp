@@ -2,7 +2,7 @@
 // meshes, or on the vertices of the selected rows, as one host undo step, with the values its
 // dialog asks for, and the table shows the weights it wrote.
 #include "OutputRecorder.h"
-#include "vorelSession.h"
+#include "sceneWeights.h"
 
 #include <QAction>
 #include <QComboBox>
@@ -50,12 +50,7 @@ protected:
     static void setFile(QDialog* dialog, const QString& path) {
         dialog->findChild<QLineEdit*>("weightsFileEdit")->setText(path);
     }
-    std::vector<std::vector<double>> allWeights() const {
-        std::vector<std::vector<double>> weights;
-        for (int vertex = 0; vertex < 4; ++vertex)
-            weights.push_back(vorel::weightsOf(body, vertex));
-        return weights;
-    }
+    vorel::MeshWeights allWeights() const { return vorel::everyVertexWeights(body); }
     static int nonZero(const std::vector<double>& weights) {
         int count = 0;
         for (double weight : weights)
