@@ -116,9 +116,10 @@ TEST_F(LockPersistence, JointUnlockedWhileAnotherMeshWasNotLoadedIsNotLockedTher
     EXPECT_FALSE(columnHeader(1, Qt::BackgroundRole).isValid());
 }
 
-TEST_F(LockPersistence, StoredVertexLockFollowsTheRowsThatAreLoaded) {
+TEST_F(LockPersistence, StoredVertexAndCellLocksFollowTheRowsThatAreLoaded) {
     selectAndLoad("body");
     storeVertexLock(body, 12);
+    storeCellLock(body, 3, body.jointPath(1).fullPathName());
 
     clickButton("LoadComponent");
     EXPECT_EQ(lockedRows(), std::vector<int>{13});
@@ -129,12 +130,8 @@ TEST_F(LockPersistence, StoredVertexLockFollowsTheRowsThatAreLoaded) {
 
     selectAndLoad("body.vtx[10] body.vtx[14]");
     EXPECT_TRUE(lockedRows().empty());
-}
 
-TEST_F(LockPersistence, StoredCellLockLocksOnlyThatCell) {
-    selectAndLoad("body");
-    storeCellLock(body, 3, body.jointPath(1).fullPathName());
-
+    // The cell lock locks only its cell.
     selectAndLoad("body.vtx[5] body.vtx[3]");
     EXPECT_FALSE(editable(2, 1));
     EXPECT_EQ(cellData(2, 1, Qt::BackgroundRole).value<QColor>(), QColor(Qt::gray));

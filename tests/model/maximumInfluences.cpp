@@ -61,7 +61,7 @@ TEST_F(MaximumInfluences, OnlySelectedVertexRowsAreLimited) {
     vorel::expectExactUndoRedo(body, before);
 }
 
-TEST_F(MaximumInfluences, LockedRowIsRefusedAndTheRowAfterItIsNotChecked) {
+TEST_F(MaximumInfluences, LockedRowsAreRefusedAndTheRowAfterOneIsNotChecked) {
     table->setSelectionMode(QAbstractItemView::MultiSelection);
     table->selectRow(3);
     table->selectRow(4);
@@ -71,11 +71,25 @@ TEST_F(MaximumInfluences, LockedRowIsRefusedAndTheRowAfterItIsNotChecked) {
     OutputRecorder output;
     vorel::enter(controls->maxInfluenceEdit, "1");
     clickButton("ApplyInfluence");
-    EXPECT_EQ(output.texts(HCommandMessage::kInfo),
-              std::vector<std::string>{"This row is locked or has locked cell, and its number of "
-                                       "influence can not be changed."});
+    const std::vector<std::string> refused{
+        "This row is locked or has locked cell, and its number of influence can not be changed."};
+    EXPECT_EQ(output.texts(HCommandMessage::kInfo), refused);
     EXPECT_EQ(vorel::weightsOf(body, 0), (std::vector<double>{1.0, 0.0, 0.0, 0.0}));
     EXPECT_EQ(vorel::weightsOf(body, 2), before[2]);
+
+    // A locked weight too small to show at the precision refuses its row all the same.
+    clickButton("UnLock All");
+    vorel::setWeights(body, {{0.04, 0.16, 0.3, 0.5}});
+    selectAndLoad("body.vtx[0]");
+    vorel::enter(controls->precisionEdit, "0.1");
+    ASSERT_EQ(cellText(1, 0), "0.0");
+    lockCell({1, 0});
+    table->clearSelection();
+    output.clear();
+    vorel::enter(controls->maxInfluenceEdit, "2");
+    clickButton("ApplyInfluence");
+    EXPECT_EQ(output.texts(HCommandMessage::kInfo), refused);
+    EXPECT_EQ(vorel::weightsOf(body, 0), (std::vector<double>{0.04, 0.16, 0.3, 0.5}));
 }
 
 TEST_F(MaximumInfluences, BoxTakesOnlyPositiveIntegers) {
@@ -102,23 +116,6 @@ TEST_F(MaximumInfluences, RedoTakesOutTheSameInfluencesWhateverTheTableShowsMean
     EXPECT_EQ(vorel::weightsOf(body, 0), (std::vector<double>{0.32, 0.31, 0.37, 0.0}));
     ASSERT_TRUE(vorel::run("redo"));
     EXPECT_EQ(vorel::weightsOf(body, 0), limited);
-}
-
-TEST_F(MaximumInfluences, LockedWeightTooSmallToShowStillRefusesItsRow) {
-    vorel::setWeights(body, {{0.04, 0.16, 0.3, 0.5}});
-    selectAndLoad("body.vtx[0]");
-    vorel::enter(controls->precisionEdit, "0.1");
-    ASSERT_EQ(cellText(1, 0), "0.0");
-    lockCell({1, 0});
-    table->clearSelection();
-
-    OutputRecorder output;
-    vorel::enter(controls->maxInfluenceEdit, "2");
-    clickButton("ApplyInfluence");
-    EXPECT_EQ(output.texts(HCommandMessage::kInfo),
-              std::vector<std::string>{"This row is locked or has locked cell, and its number of "
-                                       "influence can not be changed."});
-    EXPECT_EQ(vorel::weightsOf(body, 0), (std::vector<double>{0.04, 0.16, 0.3, 0.5}));
 }
 
 // A joint locked in the host alone (the table shows no lock) keeps its weight through every

@@ -206,7 +206,7 @@ protected:
                 if (influence.first != vertex.first)
                     continue;
                 ++columns;
-                if (cellData(row, column, Qt::BackgroundRole) == QVariant(QColor(Qt::gray)))
+                if (shownLocked(row, column))
                     influences.push_back(influence.second);
             }
             for (int influence : influences)
@@ -217,9 +217,10 @@ protected:
     }
 
     bool hostLocked(size_t mesh, int influence) const {
-        return HFnDependencyNode(fixture::objectOf(meshes[mesh].joints[size_t(influence)]))
-                   .findPlug("lockInfluenceWeights")
-                   .asInt() != 0;
+        return vorel::hostLocked(meshes[mesh], size_t(influence));
+    }
+    bool shownLocked(int row, int column) const {
+        return cellData(row, column, Qt::BackgroundRole) == QVariant(QColor(Qt::gray));
     }
 
     // --- the user's gestures --------------------------------------------------------------
@@ -341,8 +342,7 @@ protected:
         for (const auto& [column, influence] : layout.columns) {
             if (influence.first != vertex.first)
                 continue;
-            const bool locked =
-                cellData(row, column, Qt::BackgroundRole) == QVariant(QColor(Qt::gray));
+            const bool locked = shownLocked(row, column);
             wholeRow = wholeRow && locked;
             lockedWeight = lockedWeight || (locked && held[size_t(influence.second)] > 0.0);
         }
@@ -372,20 +372,17 @@ protected:
     // The influences of the locked cells in the rows of the selected cells that are painted (not
     // locked themselves, not in a locked row), also where a cell's influence is another mesh's.
     std::set<std::pair<size_t, int>> cellLockedInfluencesOfSelectedRows() const {
-        const auto gray = [this](int row, int column) {
-            return cellData(row, column, Qt::BackgroundRole) == QVariant(QColor(Qt::gray));
-        };
         std::set<std::pair<size_t, int>> held;
         for (const QModelIndex& index : table->selectionModel()->selectedIndexes()) {
             const auto row = layout.rows.find(index.row());
-            if (row == layout.rows.end() || gray(index.row(), index.column()))
+            if (row == layout.rows.end() || shownLocked(index.row(), index.column()))
                 continue;
             bool wholeRow = true;
             for (const auto& [column, influence] : layout.columns)
                 if (influence.first == row->second.first)
-                    wholeRow = wholeRow && gray(index.row(), column);
+                    wholeRow = wholeRow && shownLocked(index.row(), column);
             for (const auto& [column, influence] : layout.columns)
-                if (!wholeRow && gray(index.row(), column))
+                if (!wholeRow && shownLocked(index.row(), column))
                     held.insert(influence);
         }
         return held;

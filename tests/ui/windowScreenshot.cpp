@@ -4,7 +4,6 @@
 // a vertex over the influence limit with a yellow row header), whose colours the test also
 // finds on the picture.
 #include "HFnDependencyNode.h"
-#include "HFnStringArrayData.h"
 #include "HPlug.h"
 #include "vorelSession.h"
 
@@ -71,11 +70,7 @@ TEST_F(WindowScreenshot, ShowsTheLoadedSampleWithItsColours) {
     vorel::bindMesh("arm", {body.joints[1], body.joints[2], armJoint},
                     {{0.6, 0.4, 0}, {0, 0.5, 0.5}, {0.3, 0, 0.7}});
     selectAndLoad("body arm");
-    HPlug names = HFnDependencyNode(body.clusterObject()).findPlug("lockedJointNames");
-    ASSERT_TRUE(names.setValue(
-        HFnStringArrayData().create(HStringArray(1, body.jointPath(3).fullPathName()))));
-    ASSERT_TRUE(vorel::run(std::string("setAttr ") + body.jointPath(3).fullPathName().asChar() +
-                           ".lockInfluenceWeights 1"));
+    vorel::storeJointLocks(body, {body.jointPath(3).fullPathName()});
     clickButton("LoadComponent");
     ASSERT_EQ(model->rowCount(), 11);
     window->resize(760, 760);
