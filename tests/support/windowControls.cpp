@@ -16,39 +16,16 @@ namespace vorel {
 
 namespace {
 
-// The widget `step` places after `anchor` in the layout that holds it.
 template <typename Widget> Widget* beside(QMainWindow* window, QWidget* anchor, int step) {
-    for (QLayout* layout : window->findChildren<QLayout*>()) {
-        const int position = anchor ? layout->indexOf(anchor) : -1;
-        if (position == -1)
-            continue;
-        QLayoutItem* item = layout->itemAt(position + step);
-        if (Widget* widget = item ? qobject_cast<Widget*>(item->widget()) : nullptr)
-            return widget;
-    }
-    ADD_FAILURE() << "no control beside " << (anchor ? anchor->objectName().toStdString() : "");
-    return nullptr;
-}
-
-QLabel* label(QMainWindow* window, const QString& text) {
-    for (QLabel* candidate : window->findChildren<QLabel*>())
-        if (candidate->text() == text)
-            return candidate;
-    ADD_FAILURE() << "no label " << text.toStdString();
-    return nullptr;
-}
-
-template <typename Widget> Widget* withText(QMainWindow* window, const QString& text) {
-    for (Widget* candidate : window->findChildren<Widget*>())
-        if (candidate->text() == text)
-            return candidate;
-    ADD_FAILURE() << "nothing shows " << text.toStdString();
-    return nullptr;
+    Widget* widget = qobject_cast<Widget*>(besideWidget(window, anchor, step));
+    if (!widget)
+        ADD_FAILURE() << "no control beside " << (anchor ? anchor->objectName().toStdString() : "");
+    return widget;
 }
 
 // The edit box and slider that follow a label.
 void findLine(QMainWindow* window, const QString& text, QLineEdit*& edit, QSlider*& slider) {
-    QLabel* anchor = label(window, text);
+    QLabel* anchor = withText<QLabel>(window, text);
     edit = beside<QLineEdit>(window, anchor, 1);
     slider = beside<QSlider>(window, anchor, 2);
 }
@@ -60,9 +37,21 @@ void pressWithControl(QWidget* focus, Qt::Key key) {
 
 } // namespace
 
+QWidget* besideWidget(QMainWindow* window, QWidget* anchor, int step) {
+    for (QLayout* layout : window->findChildren<QLayout*>()) {
+        const int position = anchor ? layout->indexOf(anchor) : -1;
+        if (position == -1)
+            continue;
+        QLayoutItem* item = layout->itemAt(position + step);
+        return item ? item->widget() : nullptr;
+    }
+    return nullptr;
+}
+
 WindowControls::WindowControls(QMainWindow* window) {
     maxInfluenceEdit = window->findChild<QLineEdit*>("maxInfluenceEdit");
-    precisionEdit = beside<QLineEdit>(window, label(window, "Enter number of decimal places: "), 1);
+    precisionEdit =
+        beside<QLineEdit>(window, withText<QLabel>(window, "Enter number of decimal places: "), 1);
     absolute = withText<QRadioButton>(window, "absolute");
     relative = withText<QRadioButton>(window, "relative");
     QGroupBox* group = window->findChild<QGroupBox*>();

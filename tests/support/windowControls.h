@@ -9,12 +9,13 @@
 
 #include "vorelSession.h"
 
+#include <QMainWindow>
 #include <QString>
+#include <gtest/gtest.h>
 #include <memory>
 
 class QComboBox;
 class QLineEdit;
-class QMainWindow;
 class QPushButton;
 class QRadioButton;
 class QSlider;
@@ -50,6 +51,17 @@ protected:
 
     std::unique_ptr<WindowControls> controls;
 };
+
+// The window's first widget of this kind that shows `text`.
+template <typename Widget> Widget* withText(QMainWindow* window, const QString& text) {
+    for (Widget* candidate : window->findChildren<Widget*>())
+        if (candidate->text() == text)
+            return candidate;
+    ADD_FAILURE() << "nothing shows " << text.toStdString();
+    return nullptr;
+}
+// The widget `step` places after `anchor` in the layout that holds it.
+QWidget* besideWidget(QMainWindow* window, QWidget* anchor, int step);
 
 // Replaces the box's text and presses Return in it.
 void enter(QLineEdit* edit, const QString& text);

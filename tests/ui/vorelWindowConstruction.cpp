@@ -2,7 +2,7 @@
 // order of its rows, its table and headers, and its menu. Sizes are minimums, which a control
 // exceeds only when its text needs the room (wholeTexts.cpp): buttons keep one width.
 #include "OutputRecorder.h"
-#include "vorelSession.h"
+#include "windowControls.h"
 
 #include <QAbstractItemModel>
 #include <QAction>
@@ -23,36 +23,10 @@
 
 namespace {
 
-class WindowLayout : public vorel::VorelWindowTest {
+class WindowLayout : public vorel::VorelControlsTest {
 protected:
     template <typename Widget> Widget* withText(const QString& text) const {
-        for (Widget* widget : window->findChildren<Widget*>())
-            if (widget->text() == text)
-                return widget;
-        ADD_FAILURE() << "nothing shows " << text.toStdString();
-        return nullptr;
-    }
-    // The edit box and slider that follow a label in its row.
-    QWidget* besideLabel(const QString& text, int step) const {
-        QLabel* label = withText<QLabel>(text);
-        QLayout* row = label ? label->parentWidget()->layout() : nullptr;
-        while (row && row->indexOf(label) == -1) {
-            QLayout* found = nullptr;
-            for (QLayout* child : row->findChildren<QLayout*>())
-                if (child->indexOf(label) != -1)
-                    found = child;
-            row = found;
-        }
-        if (!row)
-            return nullptr;
-        QLayoutItem* item = row->itemAt(row->indexOf(label) + step);
-        return item ? item->widget() : nullptr;
-    }
-    QLineEdit* editBeside(const QString& label) const {
-        return qobject_cast<QLineEdit*>(besideLabel(label, 1));
-    }
-    QSlider* sliderBeside(const QString& label) const {
-        return qobject_cast<QSlider*>(besideLabel(label, 2));
+        return vorel::withText<Widget>(window, text);
     }
     int top(QWidget* widget) const { return widget->mapTo(window, QPoint(0, 0)).y(); }
 };
@@ -82,30 +56,36 @@ TEST_F(WindowLayout, ButtonsHaveTheirTextsNamesAndWidths) {
 }
 
 TEST_F(WindowLayout, EditBoxesAndSlidersStartAtTheirDefaults) {
-    QLineEdit* maxInfluences = window->findChild<QLineEdit*>("maxInfluenceEdit");
+    QLineEdit* maxInfluences = controls->maxInfluenceEdit;
     ASSERT_NE(maxInfluences, nullptr);
     EXPECT_EQ(maxInfluences->text(), "4");
     EXPECT_GE(maxInfluences->maximumWidth(), 30);
-    EXPECT_EQ(editBeside("Max influences: "), maxInfluences);
+    EXPECT_EQ(vorel::besideWidget(window, withText<QLabel>("Max influences: "), 1), maxInfluences);
 
-    QLineEdit* precision = editBeside("Enter number of decimal places: ");
+    QLineEdit* precision = controls->precisionEdit;
     ASSERT_NE(precision, nullptr);
     EXPECT_EQ(precision->text(), "0.001");
     EXPECT_GE(precision->width(), 50);
 
     struct Line {
         QString label, text;
+        QLineEdit* edit;
+        QSlider* slider;
         int minimum, maximum, value;
         bool enabled;
     };
-    for (const Line& line : {Line{"Opacity:", "1.000", 0, 10000, 10000, false},
-                             Line{"Value:", "1.000", 0, 10000, 10000, false},
-                             Line{"Required Weight Difference:", "0.000", 0, 100000, 0, true},
-                             Line{"Smoothing Iterations:", "5", 0, 100, 5, true}}) {
+    for (const Line& line : {Line{"Opacity:", "1.000", controls->opacityEdit,
+                                  controls->opacitySlider, 0, 10000, 10000, false},
+                             Line{"Value:", "1.000", controls->floodValueEdit,
+                                  controls->floodValueSlider, 0, 10000, 10000, false},
+                             Line{"Required Weight Difference:", "0.000", controls->differenceEdit,
+                                  controls->differenceSlider, 0, 100000, 0, true},
+                             Line{"Smoothing Iterations:", "5", controls->iterationsEdit,
+                                  controls->iterationsSlider, 0, 100, 5, true}}) {
         SCOPED_TRACE(line.label.toStdString());
         QLabel* label = withText<QLabel>(line.label);
-        QLineEdit* edit = editBeside(line.label);
-        QSlider* slider = sliderBeside(line.label);
+        QLineEdit* edit = line.edit;
+        QSlider* slider = line.slider;
         ASSERT_TRUE(label && edit && slider);
         EXPECT_GE(label->width(), 160);
         EXPECT_TRUE(label->alignment() & Qt::AlignRight);
@@ -122,22 +102,18 @@ TEST_F(WindowLayout, EditBoxesAndSlidersStartAtTheirDefaults) {
 }
 
 TEST_F(WindowLayout, ValueRowStartsRelativeAtZero) {
-    EXPECT_TRUE(withText<QRadioButton>("relative")->isChecked());
-    EXPECT_FALSE(withText<QRadioButton>("absolute")->isChecked());
-    QSlider* slider = nullptr;
-    for (QSlider* candidate : window->findChildren<QSlider*>())
-        if (candidate->width() == 400)
-            slider = candidate;
+    EXPECT_TRUE(controls->relative->isChecked());
+    EXPECT_FALSE(controls->absolute->isChecked());
+    QSlider* slider = controls->valueSlider;
     ASSERT_NE(slider, nullptr);
+    EXPECT_EQ(slider->width(), 400);
     EXPECT_EQ(slider->minimum(), -1000);
     EXPECT_EQ(slider->maximum(), 1000);
     EXPECT_EQ(slider->value(), 0);
     EXPECT_EQ(slider->tickInterval(), 1000);
     EXPECT_EQ(slider->tickPosition(), QSlider::TicksBothSides);
-    bool emptyValueBox = false;
-    for (QLineEdit* edit : window->findChildren<QLineEdit*>())
-        emptyValueBox |= edit->width() >= 70 && edit->text().isEmpty();
-    EXPECT_TRUE(emptyValueBox);
+    EXPECT_GE(controls->valueEdit->width(), 70);
+    EXPECT_TRUE(controls->valueEdit->text().isEmpty());
 }
 
 TEST_F(WindowLayout, FloodOperationsStartWithSmoothSkinWeight) {
@@ -156,13 +132,13 @@ TEST_F(WindowLayout, RowsStandInTheirOrderAboveTheTable) {
     window->centralWidget()->layout()->activate();
     const std::vector<QWidget*> topToBottom{window->findChild<QLineEdit*>("maxInfluenceEdit"),
                                             window->findChild<QPushButton*>("RoundPrecision"),
-                                            editBeside("Required Weight Difference:"),
-                                            editBeside("Smoothing Iterations:"),
-                                            editBeside("Opacity:"),
-                                            editBeside("Value:"),
+                                            controls->differenceEdit,
+                                            controls->iterationsEdit,
+                                            controls->opacityEdit,
+                                            controls->floodValueEdit,
                                             button("LoadComponent"),
                                             button("Lock"),
-                                            withText<QRadioButton>("relative"),
+                                            controls->relative,
                                             table};
     for (size_t i = 1; i < topToBottom.size(); ++i)
         EXPECT_LT(top(topToBottom[i - 1]), top(topToBottom[i])) << "row " << i;
