@@ -2,8 +2,8 @@
 // loaded cluster when nothing is selected) and the paint tool's smoothing of one influence.
 // Each must leave exactly the weights the host's own commands give, and undo exactly.
 #include "HGlobal.h"
-#include "HSelectionList.h"
 #include "OutputRecorder.h"
+#include "sceneState.h"
 #include "sceneWeights.h"
 #include "windowControls.h"
 
@@ -42,17 +42,6 @@ protected:
         EXPECT_EQ(vorel::everyVertexWeights(body), bodyAfter);
         EXPECT_EQ(vorel::everyVertexWeights(arm), armAfter);
     }
-    std::string selection() const {
-        HSelectionList list;
-        HGlobal::getActiveSelectionList(list);
-        HStringArray names;
-        list.getSelectionStrings(names);
-        std::string text;
-        for (unsigned i = 0; i < names.length(); ++i)
-            text += std::string(names[i].asChar()) + " ";
-        return text;
-    }
-
     fixture::SkinnedMesh body;
     fixture::SkinnedMesh arm;
     vorel::MeshWeights bodyBefore;
@@ -103,7 +92,7 @@ TEST_F(Smoothing, PaintSmoothingOfOneInfluenceLeavesToolAndSelectionAsTheyWere) 
     bodyBefore = vorel::everyVertexWeights(body);
     armBefore = vorel::everyVertexWeights(arm);
     ASSERT_TRUE(vorel::run("select -r arm.vtx[4]"));
-    const std::string selected = selection();
+    const fixture::Texts selected = fixture::selectionTexts();
     controls->floodOperation->setCurrentIndex(1);
     vorel::enter(controls->opacityEdit, "1.0");
     vorel::enter(controls->floodValueEdit, "0.5");
@@ -111,7 +100,7 @@ TEST_F(Smoothing, PaintSmoothingOfOneInfluenceLeavesToolAndSelectionAsTheyWere) 
     apply();
 
     EXPECT_EQ(HGlobal::executeCommandStringResult("currentCtx"), HString("selectSuperContext"));
-    EXPECT_EQ(selection(), selected);
+    EXPECT_EQ(fixture::selectionTexts(), selected);
     EXPECT_NE(vorel::everyVertexWeights(body), bodyBefore);
     expectSameAsHost(1, "select -r body.vtx[1] body.vtx[2];"
                         "PntPaintSkinWeightsTool;"
