@@ -20,6 +20,8 @@ class Smoothing : public vorel::VorelControlsTest {
 protected:
     void SetUp() override {
         VorelControlsTest::SetUp();
+        // The host keeps its tool across tests run in one process; each starts from selection.
+        ASSERT_TRUE(vorel::run("setToolTo selectSuperContext"));
         fixture::SkinnedMeshOptions options;
         options.seed = 7;
         options.weightsPerVertex = 3;
