@@ -36,19 +36,29 @@ void appendReusing(WeightRows& rows, const WeightRow& row, const WeightRows& reu
         rows.append(row);
 }
 
-// `current` goes into `keep`, then `restore` becomes current.
-template <typename T> void replaceKeeping(T& current, T& keep, const T& restore) {
-    keep = current;
-    current = restore;
-}
-
 } // namespace
 
 void weightTableModel::snapshotWeightRows() {
-    // Rows are shared, not copied: the snapshot stays as it is while the table's rows detach
-    // on their next change.
-    undoWeightRows = weightRows;
-    undoRowsKey = rowNamesKey;
+    keepRows(undoTable);
+}
+
+void weightTableModel::keepRows(TableCopy& copy) const {
+    // Rows are shared, not copied: the copy stays as it is while the table's rows detach on
+    // their next change.
+    copy.weightRows = weightRows;
+    copy.rowsKey = rowNamesKey;
+}
+
+void weightTableModel::keepTable(TableCopy& copy) const {
+    copy.rowNames = rowNames;
+    copy.influenceNames = influenceNames;
+    copy.influenceColors = influenceColors;
+    copy.skinClusters = skinClusters;
+    copy.shapePaths = shapePaths;
+    copy.shapeComponents = shapeComponents;
+    copy.influencePaths = influencePaths;
+    copy.influenceColumns = influenceColumns;
+    keepRows(copy);
 }
 
 void weightTableModel::updateRowNamesKey() {
@@ -74,32 +84,16 @@ bool weightTableModel::matchesTable(const WeightRows& rows, quint64 rowsKey) con
 }
 
 void weightTableModel::forgetTableCopies() {
-    redoWeightRows.clear();
+    redoTable = TableCopy();
     fullPrecisionRows.clear();
     pendingRoundedRows.clear();
-    redoRowNames.clear();
-    redoInfluenceNames.clear();
-    redoInfluenceColors.clear();
-    redoSkinClusters.clear();
-    redoShapePaths.clear();
-    redoShapeComponents.clear();
-    redoInfluencePaths.clear();
-    redoInfluenceColumns.clear();
     releasedColumns.clear();
     releasedRows.clear();
     releasedCells.clear();
 }
 
 void weightTableModel::forgetUndoCopies() {
-    undoWeightRows.clear();
-    undoRowNames.clear();
-    undoInfluenceNames.clear();
-    undoInfluenceColors.clear();
-    undoSkinClusters.clear();
-    undoShapePaths.clear();
-    undoShapeComponents.clear();
-    undoInfluencePaths.clear();
-    undoInfluenceColumns.clear();
+    undoTable = TableCopy();
 }
 
 weightTableModel::ShapeColumns weightTableModel::shapeColumns(unsigned shape) const {
@@ -273,46 +267,41 @@ void weightTableModel::notifyWholeTable(int previousRows) {
         emit headerDataChanged(Qt::Horizontal, 0, elements - 2);
 }
 
-void weightTableModel::restoreRedoRows() {
+void weightTableModel::restoreRows(const TableCopy& restored, TableCopy& kept) {
     rowsFollowScene = false;
-    const bool ours = matchesTable(redoWeightRows, redoRowsKey);
-    snapshotWeightRows();
+    const bool ours = matchesTable(restored.weightRows, restored.rowsKey);
+    keepRows(kept);
+    weightRows = ours ? restored.weightRows : WeightRows();
+}
+
+void weightTableModel::restoreRowsAndRefresh(const TableCopy& restored, TableCopy& kept) {
+    const int previousRows = weightRows.size();
+    restoreRows(restored, kept);
+    refreshRestoredRows(previousRows);
+}
+
+void weightTableModel::restoreRedoRows() {
     emit layoutAboutToBeChanged();
-    weightRows = ours ? redoWeightRows : WeightRows();
+    restoreRows(redoTable, undoTable);
     if (weightRows.isEmpty())
         HGlobal::displayError(kRestoreFailed);
     finishLayoutChange();
 }
 
 void weightTableModel::restoreRedoRowsAndRefresh() {
-    rowsFollowScene = false;
-    const int previousRows = weightRows.size();
-    const bool ours = matchesTable(redoWeightRows, redoRowsKey);
-    snapshotWeightRows();
-    weightRows = ours ? redoWeightRows : WeightRows();
-    refreshRestoredRows(previousRows);
-}
-
-void weightTableModel::exchangeWithUndoRows() {
-    rowsFollowScene = false;
-    const bool ours = matchesTable(undoWeightRows, undoRowsKey);
-    redoWeightRows = weightRows;
-    redoRowsKey = rowNamesKey;
-    weightRows = ours ? undoWeightRows : WeightRows();
+    restoreRowsAndRefresh(redoTable, undoTable);
 }
 
 void weightTableModel::restoreUndoRows() {
     emit layoutAboutToBeChanged();
-    exchangeWithUndoRows();
+    restoreRows(undoTable, redoTable);
     if (weightRows.isEmpty())
         HGlobal::displayError(kRestoreFailed);
     finishLayoutChange();
 }
 
 void weightTableModel::restoreUndoRowsAndRefresh() {
-    const int previousRows = weightRows.size();
-    exchangeWithUndoRows();
-    refreshRestoredRows(previousRows);
+    restoreRowsAndRefresh(undoTable, redoTable);
 }
 
 void weightTableModel::refreshRestoredRows(int previousRows) {
@@ -328,77 +317,39 @@ void weightTableModel::refreshRestoredRows(int previousRows) {
     notifyWholeTable(previousRows);
 }
 
-void weightTableModel::restoreUndoHeaders() {
-    redoRowNames = rowNames;
+void weightTableModel::restoreLoad(const TableCopy& restored, TableCopy& kept) {
+    beginResetModel();
+    rowsFollowScene = false;
+    keepTable(kept);
     rowNames.clear();
     // As many names as the restored list has rows, whatever the copy holds.
-    for (int r = 0; r < undoWeightRows.size() && static_cast<unsigned>(r) < undoRowNames.length();
+    for (int r = 0;
+         r < restored.weightRows.size() && static_cast<unsigned>(r) < restored.rowNames.length();
          ++r)
-        rowNames.append(undoRowNames[static_cast<unsigned>(r)]);
-    redoInfluenceColors = influenceColors;
-    redoInfluenceNames = influenceNames;
-    influenceColors = undoInfluenceColors;
-    influenceNames = undoInfluenceNames;
-}
-
-void weightTableModel::restoreRedoHeaders() {
-    undoRowNames = rowNames;
-    rowNames.clear();
-    for (int r = 0; r < redoWeightRows.size() && static_cast<unsigned>(r) < redoRowNames.length();
-         ++r)
-        rowNames.append(redoRowNames[static_cast<unsigned>(r)]);
-    undoInfluenceColors = influenceColors;
-    undoInfluenceNames = influenceNames;
-    influenceColors = redoInfluenceColors;
-    influenceNames = redoInfluenceNames;
-}
-
-void weightTableModel::restoreUndoShapes() {
-    replaceKeeping(skinClusters, redoSkinClusters, undoSkinClusters);
-    replaceKeeping(shapePaths, redoShapePaths, undoShapePaths);
-    replaceKeeping(shapeComponents, redoShapeComponents, undoShapeComponents);
-    replaceKeeping(influencePaths, redoInfluencePaths, undoInfluencePaths);
-    replaceKeeping(influenceColumns, redoInfluenceColumns, undoInfluenceColumns);
-}
-
-void weightTableModel::restoreRedoShapes() {
-    replaceKeeping(skinClusters, undoSkinClusters, redoSkinClusters);
-    replaceKeeping(shapePaths, undoShapePaths, redoShapePaths);
-    replaceKeeping(shapeComponents, undoShapeComponents, redoShapeComponents);
-    replaceKeeping(influencePaths, undoInfluencePaths, redoInfluencePaths);
-    replaceKeeping(influenceColumns, undoInfluenceColumns, redoInfluenceColumns);
+        rowNames.append(restored.rowNames[static_cast<unsigned>(r)]);
+    influenceNames = restored.influenceNames;
+    influenceColors = restored.influenceColors;
+    skinClusters = restored.skinClusters;
+    shapePaths = restored.shapePaths;
+    shapeComponents = restored.shapeComponents;
+    influencePaths = restored.influencePaths;
+    influenceColumns = restored.influenceColumns;
+    updateRowNamesKey();
+    weightRows =
+        matchesTable(restored.weightRows, restored.rowsKey) ? restored.weightRows : WeightRows();
+    if (weightRows.isEmpty())
+        HGlobal::displayError(kRestoreFailed);
+    else
+        markShapeRows();
+    endResetModel();
 }
 
 void weightTableModel::restoreUndoLoad() {
-    beginResetModel();
-    rowsFollowScene = false;
-    const quint64 shownKey = rowNamesKey;
-    restoreUndoHeaders();
-    restoreUndoShapes();
-    updateRowNamesKey();
-    redoWeightRows = weightRows;
-    redoRowsKey = shownKey;
-    weightRows = matchesTable(undoWeightRows, undoRowsKey) ? undoWeightRows : WeightRows();
-    if (weightRows.isEmpty())
-        HGlobal::displayError(kRestoreFailed);
-    else
-        markShapeRows();
-    endResetModel();
+    restoreLoad(undoTable, redoTable);
 }
 
 void weightTableModel::restoreRedoLoad() {
-    beginResetModel();
-    rowsFollowScene = false;
-    snapshotWeightRows();
-    restoreRedoHeaders();
-    restoreRedoShapes();
-    updateRowNamesKey();
-    weightRows = matchesTable(redoWeightRows, redoRowsKey) ? redoWeightRows : WeightRows();
-    if (weightRows.isEmpty())
-        HGlobal::displayError(kRestoreFailed);
-    else
-        markShapeRows();
-    endResetModel();
+    restoreLoad(redoTable, undoTable);
 }
 
 void weightTableModel::undoPrecision() {

@@ -94,15 +94,7 @@ void weightTableModel::refreshSkinClusterData() {
 }
 
 void weightTableModel::takeLoadUndoCopies() {
-    undoRowNames = rowNames;
-    undoInfluenceNames = influenceNames;
-    undoInfluenceColors = influenceColors;
-    undoSkinClusters = skinClusters;
-    undoShapePaths = shapePaths;
-    undoShapeComponents = shapeComponents;
-    undoInfluencePaths = influencePaths;
-    undoInfluenceColumns = influenceColumns;
-    snapshotWeightRows();
+    keepTable(undoTable);
 }
 
 void weightTableModel::collectSelectedShapes(const HSelectionList& selection) {
@@ -138,7 +130,8 @@ void weightTableModel::appendShapeRows(unsigned shape, bool& correcting) {
     for (int vertex : indices)
         rowNames.append(vertexRowName(vertex));
     // Rows equal to those of the table before (kept for the table's undo) are shared with it.
-    appendSceneRows(weightRows, shape, vertices, undoWeightRows, SceneRows::kLoaded, correcting);
+    appendSceneRows(weightRows, shape, vertices, undoTable.weightRows, SceneRows::kLoaded,
+                    correcting);
     // A failed read leaves fewer rows than names; the names follow the rows.
     rowNames.setLength(static_cast<unsigned>(weightRows.size()));
 }

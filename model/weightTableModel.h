@@ -52,6 +52,22 @@
 
 class QItemSelectionModel;
 
+// A whole table as the table's own undo and redo keep it: the headers, the loaded shapes, the
+// weight list, and the row names' key (updateRowNamesKey) of the table it was taken from. The
+// shown table is held in the model's members of the same names.
+struct TableCopy {
+    HStringArray rowNames;
+    HStringArray influenceNames;
+    QList<QColor> influenceColors;
+    HObjectArray skinClusters;
+    HDagPathArray shapePaths;
+    HObjectArray shapeComponents;
+    HDagPathArray influencePaths;
+    QHash<QString, int> influenceColumns;
+    WeightRows weightRows;
+    quint64 rowsKey = 0;
+};
+
 class weightTableModel : public QAbstractTableModel {
     Q_OBJECT
 
@@ -115,11 +131,6 @@ public:
     void restoreRedoRowsAndRefresh();
     void restoreUndoRows();
     void restoreUndoRowsAndRefresh();
-    void restoreUndoHeaders();
-    void restoreUndoShapes();
-    // The reverse of the two above: the copies a table undo of a load put aside come back.
-    void restoreRedoHeaders();
-    void restoreRedoShapes();
     // The table undo and redo of a load: headers, shapes and rows together, with the lock
     // lists read again for the table that comes back.
     void restoreUndoLoad();
@@ -264,6 +275,14 @@ private:
     // load fills with the table it replaces, go only with the scene they belong to.
     void forgetTableCopies();
     void forgetUndoCopies();
+    // A table copy (TableCopy below), taken of the shown table or shown again. Undo and redo
+    // are the same steps with the two copies' roles exchanged: what is shown goes into one
+    // copy, the other copy is shown.
+    void keepRows(TableCopy& copy) const;
+    void keepTable(TableCopy& copy) const;
+    void restoreRows(const TableCopy& restored, TableCopy& kept);
+    void restoreRowsAndRefresh(const TableCopy& restored, TableCopy& kept);
+    void restoreLoad(const TableCopy& restored, TableCopy& kept);
     void appendSceneRows(WeightRows& rows, unsigned shape, const HObject& vertices,
                          const WeightRows& reuse, SceneRows kind, bool& correcting);
     // Where a loaded shape's influences sit in a row, and its vertex rows' template.
@@ -300,7 +319,6 @@ private:
     int rowOfShapeIndex(int shape) const;
     int headerRowAbove(int row) const;
     void markShapeRows();
-    void exchangeWithUndoRows();
     void refreshRestoredRows(int previousRows);
     void notifyWholeTable(int previousRows);
     // Emits layoutChanged after the table took another shape.
@@ -406,33 +424,15 @@ private:
     QHash<QString, int> influenceColumns;
     WeightRows weightRows;
 
-    // The current row names as one number (updateRowNamesKey), and the table each copy below
+    // The current row names as one number (updateRowNamesKey), and the table each list below
     // was taken from.
     quint64 rowNamesKey = 0;
-    quint64 undoRowsKey = 0;
-    quint64 redoRowsKey = 0;
     quint64 fullPrecisionKey = 0;
     quint64 pendingRoundedKey = 0;
 
-    // Undo and redo copies, and the unrounded weights.
-    HStringArray undoRowNames;
-    HStringArray undoInfluenceNames;
-    QList<QColor> undoInfluenceColors;
-    HObjectArray undoSkinClusters;
-    HDagPathArray undoShapePaths;
-    HObjectArray undoShapeComponents;
-    HDagPathArray undoInfluencePaths;
-    QHash<QString, int> undoInfluenceColumns;
-    WeightRows undoWeightRows;
-    HStringArray redoRowNames;
-    HStringArray redoInfluenceNames;
-    QList<QColor> redoInfluenceColors;
-    HObjectArray redoSkinClusters;
-    HDagPathArray redoShapePaths;
-    HObjectArray redoShapeComponents;
-    HDagPathArray redoInfluencePaths;
-    QHash<QString, int> redoInfluenceColumns;
-    WeightRows redoWeightRows;
+    // The undo and redo copies of the table, and the unrounded weights.
+    TableCopy undoTable;
+    TableCopy redoTable;
     WeightRows fullPrecisionRows;
 
     // What the next vorelCmd run of each kind performs (editRequests.h); the rows limited last.
