@@ -177,8 +177,6 @@ public:
     HObjectArray getShapeComponents() const { return shapeComponents; }
     HDagPathArray getInfluencePaths() const { return influencePaths; }
     WeightRows getWeightRows() const { return weightRows; }
-    WeightRows getFullPrecisionRows() const { return fullPrecisionRows; }
-    WeightRows getPendingRoundedRows() const { return pendingRoundedRows; }
     const QList<int>& getLockedColumns() const { return lockedColumns; }
     const QList<int>& getLockedRows() const { return lockedRows; }
     const QList<QList<int>>& getLockedCells() const { return lockedCells; }
