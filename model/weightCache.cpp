@@ -280,12 +280,16 @@ void weightTableModel::restoreRowsAndRefresh(const TableCopy& restored, TableCop
     refreshRestoredRows(previousRows);
 }
 
-void weightTableModel::restoreRedoRows() {
+void weightTableModel::restoreRowsLaidOut(const TableCopy& restored, TableCopy& kept) {
     emit layoutAboutToBeChanged();
-    restoreRows(redoTable, undoTable);
+    restoreRows(restored, kept);
     if (weightRows.isEmpty())
         HGlobal::displayError(kRestoreFailed);
     finishLayoutChange();
+}
+
+void weightTableModel::restoreRedoRows() {
+    restoreRowsLaidOut(redoTable, undoTable);
 }
 
 void weightTableModel::restoreRedoRowsAndRefresh() {
@@ -293,11 +297,7 @@ void weightTableModel::restoreRedoRowsAndRefresh() {
 }
 
 void weightTableModel::restoreUndoRows() {
-    emit layoutAboutToBeChanged();
-    restoreRows(undoTable, redoTable);
-    if (weightRows.isEmpty())
-        HGlobal::displayError(kRestoreFailed);
-    finishLayoutChange();
+    restoreRowsLaidOut(undoTable, redoTable);
 }
 
 void weightTableModel::restoreUndoRowsAndRefresh() {

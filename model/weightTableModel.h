@@ -280,6 +280,7 @@ private:
     void keepTable(TableCopy& copy) const;
     void restoreRows(const TableCopy& restored, TableCopy& kept);
     void restoreRowsAndRefresh(const TableCopy& restored, TableCopy& kept);
+    void restoreRowsLaidOut(const TableCopy& restored, TableCopy& kept);
     void restoreLoad(const TableCopy& restored, TableCopy& kept);
     void appendSceneRows(WeightRows& rows, unsigned shape, const HObject& vertices,
                          const WeightRows& reuse, SceneRows kind, bool& correcting);
